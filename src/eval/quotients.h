@@ -1,0 +1,69 @@
+// The logarithms of quotients that every formula of the evaluation is built from. All in extended
+// precision; the caller rounds the whole sum once.
+#pragma once
+
+#include <cmath>
+
+#include "eval/figures.h"
+
+namespace korvu {
+
+inline long double logaritmo(long double x) {
+  return std::log(x);
+}
+
+// raiz / outro as a logarithm, with `base` added to both so that neither can be 0.
+inline long double quociente(long double raiz, long double outro, long double base) {
+  return logaritmo((raiz + base) / (outro + base));
+}
+
+// Safety of the own king, danger of the other's: defence against attack of the reached squares.
+inline long double defesa_do_rei(const Figuras& dono, const Figuras& atacante) {
+  return 5 * logaritmo((static_cast<long double>(dono.kdefend) + dono.shield + 3) /
+                       (static_cast<long double>(atacante.kattack) + 3));
+}
+inline long double ataque_ao_rei(const Figuras& atacante, const Figuras& dono) {
+  return 5 * logaritmo((static_cast<long double>(atacante.kattack) + 3) /
+                       (static_cast<long double>(dono.kdefend) + dono.shield + 3));
+}
+
+// Officers' weight. It stands in the sum twice, once a counter, hence the 2.
+inline long double peso(const Figuras& raiz, const Figuras& outro) {
+  return 2 * quociente(raiz.weight, outro.weight, 10.1);
+}
+
+inline long double mobilidade(const Figuras& raiz, const Figuras& outro) {
+  return MOB * quociente(raiz.mob, outro.mob, 3);
+}
+
+inline long double posicao(const Figuras& raiz, const Figuras& outro) {
+  return PM * quociente(static_cast<long double>(raiz.pos) + raiz.cen,
+                        static_cast<long double>(outro.pos) + outro.cen, 10.1);
+}
+
+// The castling marks' quotient; absent when neither side castled on the line.
+template <Cor raiz>
+long double valor_do_roque() {
+  if (roque_b == 0 && roque_p == 0) return 0;
+  return roque_v * quociente(roque<raiz>(), roque<outra(raiz)>(), 3);
+}
+
+// Attack against defence, weighted by the root's assessment. The other side's figure is added as
+// well, with a tenth of the weight: deliberate.
+inline long double ataque_por_defesa(const Figuras& raiz, const Figuras& outro) {
+  const long double peso_da_raiz = shashinn;
+  return peso_da_raiz * 0.01 * quociente(raiz.att, raiz.def, 3) +
+         peso_da_raiz * 0.001 * quociente(outro.att, outro.def, 3);
+}
+
+// Leaves the sums of a scan in their slots.
+inline void registra_somas(const Figuras& branco, const Figuras& preto) {
+  atack_ksf_b = branco.kattack;
+  defesa_ksf_b = branco.kdefend;
+  centro_b = branco.cen;
+  atack_ksf_p = preto.kattack;
+  defesa_ksf_p = preto.kdefend;
+  centro_p = preto.cen;
+}
+
+}  // namespace korvu
