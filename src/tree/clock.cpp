@@ -1,0 +1,36 @@
+#include "tree/clock.h"
+
+#include <chrono>
+
+#include "board/state.h"
+
+namespace korvu {
+namespace {
+
+// The more men are left, the longer the game, the smaller a move's share of the clock.
+int partes() {
+  return (npecasb + npecasp) / Tu;
+}
+
+}  // namespace
+
+int relogio_monotonico() {
+  using namespace std::chrono;
+  const auto agora = steady_clock::now().time_since_epoch();
+  return static_cast<int>(static_cast<std::uint32_t>(duration_cast<milliseconds>(agora).count()));
+}
+
+int decorrido() {
+  fim = relogio();
+  return static_cast<int>(static_cast<std::uint32_t>(fim) - static_cast<std::uint32_t>(inicio));
+}
+
+int limite_brando() {
+  return tempo / (10 * partes() + 50);
+}
+
+int limite_duro() {
+  return tempo / (partes() + 5);
+}
+
+}  // namespace korvu
