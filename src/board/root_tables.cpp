@@ -1,81 +1,7 @@
 #include "board/root_tables.h"
 
-#include <optional>
-
-#include "board/move.h"
-
 namespace korvu {
 namespace {
-
-// --- The game move ---
-
-// With CHESS_960 the king moves onto its own rook, and both land on the standard squares of the
-// side that the rook stands on, wherever they came from.
-template <Cor cor>
-bool roca_960(int x1, int y1, int x2, int y2) {
-  using L = Lado<cor>;
-  if (!CHESS_960 || tab[casa(x2, y2)] != L::torre) return false;
-  tab[casa(x1, y1)] = vazia;
-  tab[casa(x2, y2)] = vazia;
-  const bool ala_a = x1 > x2;
-  tab[L::primeira(ala_a ? 3 : 5)] = L::torre;
-  tab[L::primeira(ala_a ? 2 : 6)] = L::rei;
-  return true;
-}
-
-// True when a special move has placed the pieces already.
-template <Cor cor>
-bool lance_especial(int x1, int y1, int x2, int y2) {
-  if (tab[casa(x1, y1)] == Lado<cor>::rei) {
-    if (roca_960<cor>(x1, y1, x2, y2)) return true;
-    if (!CHESS_960) leva_a_torre<cor>(tab, x1, y1, x2);
-    return false;
-  }
-  return toma_de_passagem<cor>(tab, duplos, x1, y1, x2, y2);
-}
-
-std::optional<Peca> peca_da_letra(char letra) {
-  switch (letra) {
-    case 'q':
-      return Peca::dama;
-    case 'r':
-      return Peca::torre;
-    case 'n':
-      return Peca::cavalo;
-    case 'b':
-      return Peca::bispo;
-    default:
-      return std::nullopt;
-  }
-}
-
-template <Cor cor>
-void promove(int x, int y) {
-  std::uint8_t& q = tab[casa(x, y)];
-  if (q != Lado<cor>::peao || y != Lado<cor>::fila(7)) return;
-  if (deeppromo) {
-    q = Lado<cor>::dama;
-  } else if (PRs == 'q' && PRe == '0') {
-    q = Lado<cor>::dama;
-    PR = 'q';
-  } else if (PRs == '0') {
-    if (const auto p = peca_da_letra(PRe)) q = codigo_de(*p, cor);
-  }
-}
-
-template <Cor cor>
-void joga_lado() {
-  const auto [x1, y1, x2, y2] = jogada;
-  const std::uint8_t codigo = tab[casa(x1, y1)];
-  // During a move of the engine itself only the special moves of the root colour are looked for.
-  const bool olha_especiais = !deeppromo || joga_com_b == Lado<cor>::branco;
-  if (olha_especiais) marca_movidos<cor>(jm, codigo, x1);
-  if (!(olha_especiais && lance_especial<cor>(x1, y1, x2, y2))) transfere(tab, x1, y1, x2, y2);
-  marca_duplo<cor>(duplos, codigo, x1, y1, y2);
-  promove<cor>(x2, y2);
-}
-
-// --- Tables around kings and pawns ---
 
 template <Cor cor>
 void tabela_do_rei() {
@@ -112,14 +38,11 @@ void tabela_do_peao() {
 template <Cor cor>
 void conta_material() {
   using L = Lado<cor>;
-  int total = 0, homens = 0, peoes = 0, reis = 0;
+  int total = 0, homens = 0, peoes = 0;
   for (const std::uint8_t q : tab) {
     if (!L::propria(q)) continue;
     total += L::visto(q);
-    if (q == L::rei)
-      ++reis;
-    else
-      ++homens;
+    if (q != L::rei) ++homens;
     if (q == L::peao) ++peoes;
   }
   material_da_raiz<cor>() = static_cast<float>(total);
@@ -129,148 +52,7 @@ void conta_material() {
       static_cast<float>(total - valor_de(Peca::peao) * peoes - valor_de(Peca::rei));
 }
 
-// --- The square value of a root move ---
-
-// Small endings in which a king is sent after the enemy's lead pawn: enemy's total, and his number
-// of men where that is asked (0: any).
-struct Final {
-  int total, homens;
-};
-// clang-format off
-constexpr Final finais_de_caca_ao_peao[] = {
-    {120, 0}, {130, 0}, {140, 0}, {150, 0},  // pawns only
-    {153, 0}, {163, 0}, {173, 4}, {183, 5},  // a bishop and pawns
-    {186, 0}, {196, 4}, {206, 5}, {216, 6},  // two bishops and pawns
-    {152, 0}, {162, 0}, {172, 4}, {182, 5},  // a knight and pawns
-    {184, 0}, {194, 4}, {204, 5}, {214, 6},  // two knights and pawns
-    {185, 0}, {195, 4}, {205, 5}, {215, 6},  // bishop, knight and pawns
-    {170, 2}, {180, 3},                      // a rook and pawns
-};
-// Endings in which the enemy has no pawn left and the king goes to its own lead pawn.
-constexpr Final finais_sem_peao_inimigo[] = {
-    {142, 1}, {143, 1}, {174, 2}, {175, 2}, {176, 2}, {160, 1},
-};
-// clang-format on
-
-template <std::size_t n>
-bool consta(const Final (&lista)[n], float total, int homens) {
-  for (const Final& f : lista)
-    if (total == static_cast<float>(f.total) && (f.homens == 0 || homens == f.homens)) return true;
-  return false;
-}
-
-template <Cor cor>
-int matriz_do_rei(std::size_t t) {
-  constexpr Cor outro = outra(cor);
-  const float inimigo = material_da_raiz<outro>();
-  const float proprio = material_da_raiz<cor>();
-  const int homens = npecas<outro>();
-  const int caca = XP<outro>()[t];
-  int valor = 0;
-  if (inimigo != 110 && proprio == 110) valor = caca + posix<cor>.reifinal[t];
-  if (inimigo == 110) {
-    valor = XP<cor>()[t] + Xr<outro>()[t];
-    if (proprio == 110) valor = caca + posix<cor>.reifinal[t];
-  }
-  if (consta(finais_de_caca_ao_peao, inimigo, homens)) valor = caca;
-  if (proprio != 110 && consta(finais_sem_peao_inimigo, inimigo, homens)) valor = XP<cor>()[t] / 5;
-  return valor;
-}
-
-template <Cor cor>
-void mede_matriz(std::uint8_t codigo, std::size_t t) {
-  using L = Lado<cor>;
-  const int perto = Xr<outra(cor)>()[t];
-  MATRIZ = 0;
-  incentiva_promo = 0;
-  switch (codigo) {
-    case L::bispo:
-      MATRIZ = perto + posix<cor>.bispo[t];
-      break;
-    case L::cavalo:
-      MATRIZ = perto + posix<cor>.cavalo[t];
-      break;
-    case L::torre:
-      MATRIZ = perto + posix<cor>.torre[t];
-      break;
-    case L::dama:
-      MATRIZ = perto + posix<cor>.dama[t];
-      break;
-    case L::rei:
-      MATRIZ = matriz_do_rei<cor>(t);
-      break;
-    case L::peao:
-      incentiva_promo = nb >= 70;
-      MATRIZ = (nb < 30   ? posix<cor>.peao_inici
-                : nb < 70 ? posix<cor>.peao_medio
-                          : posix<cor>.peao_final)[t];
-      break;
-    default:
-      break;
-  }
-}
-
-// --- Attack tables ---
-
-template <Cor cor, Peca p>
-void anota_ataques(int x, int y) {
-  Ataques& at = ataca<cor>();
-  const auto anota = [&](int i, int j) {
-    ++at.por_peca[static_cast<std::size_t>(p)][casa(i, j)];
-    ++at.N_A[casa(i, j)];
-    return false;
-  };
-  if constexpr (p == Peca::peao) {
-    for (const int i : {x + 1, x - 1})
-      if (dentro(i, y + Lado<cor>::frente)) anota(i, y + Lado<cor>::frente);
-  } else {
-    alvos<p>(tab2, x, y, anota);
-  }
-}
-
-template <Cor cor>
-void anota_homem(std::uint8_t q, int x, int y) {
-  using L = Lado<cor>;
-  switch (q) {
-    case L::peao:
-      anota_ataques<cor, Peca::peao>(x, y);
-      break;
-    case L::cavalo:
-      anota_ataques<cor, Peca::cavalo>(x, y);
-      break;
-    case L::bispo:
-      anota_ataques<cor, Peca::bispo>(x, y);
-      break;
-    case L::torre:
-      anota_ataques<cor, Peca::torre>(x, y);
-      break;
-    case L::dama:
-      anota_ataques<cor, Peca::dama>(x, y);
-      break;
-    case L::rei:
-      anota_ataques<cor, Peca::rei>(x, y);
-      break;
-    default:
-      break;
-  }
-}
-
-void preenche_ataques() {
-  ataca_b = {};
-  ataca_p = {};
-  percorre_tabuleiro([](int x, int y, std::size_t s) {
-    anota_homem<Cor::b>(tab2[s], x, y);
-    anota_homem<Cor::p>(tab2[s], x, y);
-    return false;
-  });
-}
-
 }  // namespace
-
-void joga_no_tabuleiro() {
-  const std::uint8_t codigo = tab[casa(jogada.a, jogada.b)];
-  por_cor(!Lado<Cor::p>::propria(codigo), []<Cor cor>() { joga_lado<cor>(); });
-}
 
 void analisa_tabuleiro() {
   acha_rei<Cor::p>();
@@ -283,23 +65,5 @@ void analisa_tabuleiro() {
   conta_material<Cor::p>();
   materialflot0 = joga_com_b ? materialba - materialpa : materialpa - materialba;
 }
-
-void admite_na_varredura(const Lance& lance) {
-  TEST1IID = 1;
-  if (SCAN1 && lance != melhor) TEST1IID = 0;
-  if (SCANT && lance == melhor) TEST1IID = 0;
-}
-
-template <Cor cor>
-void init_tabuleiro2(int x1, int y1, int x2, int y2) {
-  admite_na_varredura({x1, y1, x2, y2});
-  mede_matriz<cor>(tab[casa(x1, y1)], casa(x2, y2));
-  tab2 = tab;
-  move_as_pecas<cor>(tab2, duplos, x1, y1, x2, y2);
-  preenche_ataques();
-}
-
-template void init_tabuleiro2<Cor::b>(int, int, int, int);
-template void init_tabuleiro2<Cor::p>(int, int, int, int);
 
 }  // namespace korvu

@@ -38,8 +38,8 @@ alignas(64) inline Tabuleiro tab2t{};  // private board of the freedom tests
 
 inline constexpr int maximo_de_posicoes = 1000;
 inline std::array<Tabuleiro, maximo_de_posicoes> tabr1{};  // [k]: the position after k + 1 plies
-inline int nb = 0;               // number of the game move being replayed, from 1
-inline std::uint8_t joga_com_b;  // root colour: 1 White, 0 Black
+inline int nb = 0;                   // number of the game move being replayed, from 1
+inline std::uint8_t joga_com_b = 0;  // root colour: 1 White, 0 Black
 
 // --- Castling marks and king squares ---
 
@@ -100,6 +100,10 @@ inline std::array<Texto, 8> linha{};  // A0 ... D7: the first eight moves of the
 inline char PR = '0', PRs = '0', PRe = '0';  // promotion letter: to print, wanted, received; or '0'
 
 // --- Values, per ply. Always from the root side's point of view ---
+
+inline constexpr float infinito = 16500;        // start value: -infinito even, +infinito odd
+inline constexpr float limiar_de_mate = 3300;   // from here on a score, or its negative, is a mate
+inline constexpr float sem_melhor = -10000000;  // E before a root move has a score
 
 inline std::array<float, ultimo_no + 1> alfa{};  // even plies and 0: the root side maximises
 inline std::array<float, ultimo_no + 1> beta{};  // odd plies: the opponent minimises

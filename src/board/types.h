@@ -68,7 +68,7 @@ struct Lado {
   static constexpr std::uint8_t rei = codigo_de(Peca::rei, c);
 
   static constexpr int fila(int r) { return branco ? r : 7 - r; }
-  // Squares of the first rank by file: canto(0) is a1 for White, a8 for Black.
+  // The square of file x on the first rank: primeira(0) is a1 for White, a8 for Black.
   static constexpr std::size_t primeira(int x) { return casa(x, fila(0)); }
 
   // The code seen from this side: own men positive, enemy men negative.

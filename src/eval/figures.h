@@ -54,7 +54,7 @@ inline long double densidade(const Figuras& f) {
 
 // The scan of one board. `raiz` is the root side: its men's proximity to the enemy king is scaled
 // by agresprxrei. `ataca` is the side whose attacks on greater values count as gains. King squares
-// other than a scanned king's own are those of the last legality test.
+// other than a scanned king's own are the slots p_x_Rb and its kin, as they were left.
 template <Varredura V, Cor raiz, Cor ataca>
 class Varre {
  public:

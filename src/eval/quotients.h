@@ -3,16 +3,20 @@
 #pragma once
 
 #include <cmath>
+#include <limits>
 
 #include "eval/figures.h"
 
 namespace korvu {
 
+static_assert(std::numeric_limits<long double>::digits >= 64, "scores need extended precision");
+
 inline long double logaritmo(long double x) {
   return std::log(x);
 }
 
-// raiz / outro as a logarithm, with `base` added to both so that neither can be 0.
+// raiz / outro as a logarithm, with `base` added to both: counts then are never 0. A positional sum
+// may still be, or lie below it (agres 0 makes pawn attacks a loss); that gives no number.
 inline long double quociente(long double raiz, long double outro, long double base) {
   return logaritmo((raiz + base) / (outro + base));
 }
@@ -27,7 +31,7 @@ inline long double ataque_ao_rei(const Figuras& atacante, const Figuras& dono) {
                        (static_cast<long double>(dono.kdefend) + dono.shield + 3));
 }
 
-// Officers' weight. It stands in the sum twice, once a counter, hence the 2.
+// Officers' weight, at weight two.
 inline long double peso(const Figuras& raiz, const Figuras& outro) {
   return 2 * quociente(raiz.weight, outro.weight, 10.1);
 }
@@ -48,8 +52,8 @@ long double valor_do_roque() {
   return roque_v * quociente(roque<raiz>(), roque<outra(raiz)>(), 3);
 }
 
-// Attack against defence, weighted by the root's assessment. The other side's figure is added as
-// well, with a tenth of the weight: deliberate.
+// Attack against defence, weighted by the root's assessment. The other side's figure is added too,
+// not subtracted, at a tenth of the weight: lively positions count for both.
 inline long double ataque_por_defesa(const Figuras& raiz, const Figuras& outro) {
   const long double peso_da_raiz = shashinn;
   return peso_da_raiz * 0.01 * quociente(raiz.att, raiz.def, 3) +

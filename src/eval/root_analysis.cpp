@@ -1,13 +1,14 @@
 #include "eval/root_analysis.h"
 
+#include "board/game_move.h"
 #include "board/root_tables.h"
 #include "eval/quotients.h"
 
 namespace korvu {
 namespace {
 
-// The leaf's figures over tab, but with the material and the advance taken with the opposite sign:
-// a side that has spent its men to come forward reads better.
+// The leaf's formula over tab, but with the material and the advance taken with the opposite sign:
+// a side that has spent men, or stayed back, reads better.
 template <Cor raiz>
 float le_posicao(const Figuras& r, const Figuras& o) {
   const long double proprio = material_da_raiz<raiz>();

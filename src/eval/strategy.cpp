@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "board/root_tables.h"
+#include "board/root_move.h"
 #include "eval/quotients.h"
 
 namespace korvu {

@@ -1,8 +1,10 @@
 #include "frontend/dialogue.h"
 
 #include <istream>
+#include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 #include "board/state.h"
 #include "eval/root_analysis.h"
@@ -86,24 +88,15 @@ Rumo Dialogo::topo() {
   return Rumo::topo;
 }
 
-// The wait for the next position, after every bestmove. Its name is a fossil: it converts nothing.
+// The wait for the next position, after every bestmove. Despite its name it converts nothing. A
+// line shorter than one move counts as a list here, while the top loop drops it.
 Rumo Dialogo::convert_a1a2_to_0000() {
   deep = deepp;
-  joga_c_b = joga_c_p = joga_c_ob = joga_c_fen = 0;
+  joga_c_fen = 0;
   while (le()) {
-    if (linha_de_primeiro_lance()) {
-      joga_c_b = 1;
-      return Rumo::primeiro_lance;
-    }
-    if (linha_de_lista()) {
-      const bool um = coluna(fim_de_um_lance) == '\0';
-      (um ? joga_c_p : joga_c_ob) = 1;
-      return um ? Rumo::um_lance : Rumo::lista;
-    }
-    if (linha_de_fen()) {
-      joga_c_fen = 1;
-      return Rumo::fen;
-    }
+    if (linha_de_primeiro_lance()) return Rumo::primeiro_lance;
+    if (linha_de_lista()) return coluna(fim_de_um_lance) == '\0' ? Rumo::um_lance : Rumo::lista;
+    if (linha_de_fen()) return Rumo::fen;
     if (in == "isready") os_ << "readyok" << std::endl;
     if (in == "quit") return Rumo::fim;
     aplica_opcoes();
@@ -152,7 +145,7 @@ void Dialogo::primeiro_lance() {
     varredura_curta<Cor::b>();
 }
 
-// With the book on a first move outside it gets no answer at all.
+// With the book on, a first move outside it gets no answer at all.
 void Dialogo::um_lance() {
   zera_jogo(Caminho::um_lance);
   recebe_um_lance();

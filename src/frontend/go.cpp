@@ -1,5 +1,6 @@
 #include "frontend/go.h"
 
+#include <array>
 #include <optional>
 
 #include "board/state.h"
@@ -41,27 +42,27 @@ int comprimento(std::size_t k) {
 }
 
 // A clock under ten seconds: so little that only the depth counts. With few men a little more.
-struct Relogio_curto {
+struct RelogioCurto {
   int deep, deep_com_poucos, poucos;
 };
-constexpr Relogio_curto curtos[] = {
+constexpr RelogioCurto curtos[] = {
     {0, 0, 0}, {0, 1, 1}, {1, 3, 3}, {3, 5, 5}};  // by columns 1 to 4
 
 void orca_curto(int colunas) {
-  const Relogio_curto& c = curtos[colunas - 1];
+  const RelogioCurto& c = curtos[colunas - 1];
   deep = homens() <= c.poucos ? c.deep_com_poucos : c.deep;
   desliga_extras();
 }
 
 // One test of the level ladder: at a clock of at most `relogio` the depth, and a greater one when
 // at most so many men are left, by level. A later test overwrites the earlier.
-struct Degrau_de_nivel {
+struct DegrauDeNivel {
   int relogio, deep, deep_com_poucos;
   std::array<int, 4> poucos;  // extreme, high, medium, low
 };
 // clang-format off
 constexpr std::array<int, 4> sem_extras_ate = {10000, 20000, 30000, 50000};
-constexpr Degrau_de_nivel niveis[] = {
+constexpr DegrauDeNivel niveis[] = {
     {90000, 7, 9, {15, 13, 11,  9}},
     {60000, 7, 9, {11,  9,  7,  5}},
     {30000, 5, 7, {17, 15, 13, 11}},
@@ -89,7 +90,7 @@ void escada_de_nivel() {
   const auto n = nivel();
   if (!n) return;
   if (tempo <= sem_extras_ate[*n]) desliga_extras();
-  for (const Degrau_de_nivel& g : niveis) {
+  for (const DegrauDeNivel& g : niveis) {
     if (tempo > g.relogio) continue;
     if (g.deep != 0) deep = g.deep;
     if (homens() <= g.poucos[*n]) deep = g.deep_com_poucos;

@@ -1,5 +1,7 @@
 #include "frontend/options.h"
 
+#include <algorithm>
+
 #include "board/state.h"
 #include "eval/knobs.h"
 #include "frontend/book.h"
@@ -56,7 +58,7 @@ bool filtro(int& em_vigor, int& escolhido, char v) {
   return true;
 }
 
-// The third and fourth margin stand in this order, deliberately.
+// Settings 2 and 3 stand in falling order: what a level means stays what it meant.
 bool margem(float& slot, char v) {
   constexpr float margens[] = {0, 10, 33, 32, 50, 90, 110};
   if (v < '0' || v > '6') return false;

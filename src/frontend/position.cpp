@@ -57,12 +57,11 @@ void zera_comum() {
   EP = 0;
   curr = DEEP = dddep = peca = 0;
   roque_b = roque_p = 0;
-  joga_c_b = joga_c_p = 0;
   deeppromo = 0;
   duplos = {};
   SEARCH_E = SEARCH_EE;
-  E = -10000000;
-  alfa0 = ALFA0 = -16500;
+  E = sem_melhor;
+  alfa0 = ALFA0 = -infinito;
   nb = 1;
   poe_colunas(24);
   PR = PRs = PRe = '0';
@@ -75,7 +74,7 @@ void zera_inicio(Cor raiz) {
   DEEP9 = 0;
   EXTRA_EVAL = 1;
   tempo = 180000;
-  joga_c_ob = joga_c_fen = 0;
+  joga_c_fen = 0;
   poe_posicao_inicial();
   joga_com_b = raiz == Cor::b;
   nodes = 0;
@@ -208,9 +207,9 @@ int le_roques(int s) {
 }
 
 void le_passagem(int k) {
-  const int coluna_da_letra = coluna_em(k), fila = coluna_em(k + 1);
-  if (coluna_da_letra < 'a' || coluna_da_letra > 'h') return;
-  const auto x = static_cast<std::size_t>(coluna_da_letra - 'a');
+  const int letra = coluna_em(k), fila = coluna_em(k + 1);
+  if (letra < 'a' || letra > 'h') return;
+  const auto x = static_cast<std::size_t>(letra - 'a');
   if (fila == '3') duplos.pb[x] = 1;
   if (fila == '6') duplos.pp[x] = 1;
 }
@@ -252,7 +251,6 @@ void recebe_um_lance() {
 
 void recebe_lista() {
   poe_posicao_inicial();
-  joga_c_ob = 1;
   repete_lances();
 }
 

@@ -5,8 +5,7 @@
 
 namespace korvu {
 
-inline std::uint8_t joga_c_b = 0, joga_c_p = 0;     // the reply wait ended with a first-move line,
-inline std::uint8_t joga_c_ob = 0, joga_c_fen = 0;  // a one-move line, a move list, a FEN
+inline std::uint8_t joga_c_fen = 0;  // the position in work came as a FEN
 
 // The kinds of position lines that reset the game.
 enum class Caminho { primeiro_lance, um_lance, lista_ou_fen };

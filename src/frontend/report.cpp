@@ -1,5 +1,6 @@
 #include "frontend/report.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <ostream>

@@ -12,7 +12,9 @@ void TabelaDeLance::abre(const ChaveDeBusca& chave) {
   const auto i = static_cast<std::size_t>(inc);
   chaves[i] = chave;
   tabuleiros[i] = tab2;
-  usados = std::max(usados, inc + 1);
+  if (inc < usados) return;
+  valores[i] = 1;  // until it is closed, a new record has the value of an empty one
+  usados = inc + 1;
 }
 
 bool TabelaDeLance::fecha(float valor) {

@@ -3,6 +3,7 @@
 #include "board/state.h"
 #include "eval/knobs.h"
 #include "eval/quotients.h"
+#include "tree/schedule.h"
 
 namespace korvu {
 namespace {
@@ -107,7 +108,7 @@ void negativo_3(const Esperado<raiz>& e) {
 }  // namespace
 
 float degrau_do_mate(int N) {
-  return N <= 1 ? 15400.0F : 15400.0F - 1100.0F * static_cast<float>(N / 2);
+  return valor_do_mate(N + 1);
 }
 
 void caps_de_mate() {

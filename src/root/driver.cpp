@@ -13,7 +13,6 @@
 namespace korvu {
 namespace {
 
-constexpr float sem_alfa = -16500, sem_melhor = -10000000;
 constexpr int profundidade_previa = 7;
 
 enum class Passe { previo, so_o_melhor, os_outros };
@@ -66,9 +65,9 @@ void primeiro_passe_do_melhor() {
   pempatee = 1;
   encarece_empate<raiz>();
   abaixa_janela();
-  if (alfa0 >= 3300) {  // a mate of the pre-pass is searched again with an open window
+  if (alfa0 >= limiar_de_mate) {  // a mate of the pre-pass is searched again with an open window
     ALFA0 = alfa0;
-    alfa0 = sem_alfa;
+    alfa0 = -infinito;
     E = sem_melhor;
   }
   repoe_caps();
@@ -83,7 +82,8 @@ void passe_dos_outros() {
 }
 
 bool pode_seguir(int ultima) {
-  return !corte_MAXcut && IIDS && EXTRA_EVAL && alfa0 < 3300 && deep >= 9 && deep <= ultima;
+  return !corte_MAXcut && IIDS && EXTRA_EVAL && alfa0 < limiar_de_mate && deep >= 9 &&
+         deep <= ultima;
 }
 
 bool pode_aprofundar() {
@@ -107,7 +107,7 @@ void aprofunda() {
 template <Cor raiz>
 void define_empate() {
   const long double valor = quociente_da_raiz<raiz>() + empp - 10;
-  // Without material on both sides the quotient is no number; any draw value will do.
+  // While a side counts no material the quotient is no number to cut; any draw value will do.
   emp = std::isfinite(valor) ? static_cast<int>(valor) : empp - 10;
   emppp = emp;
 }

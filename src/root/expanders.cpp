@@ -2,7 +2,7 @@
 
 #include "board/attack.h"
 #include "board/draw.h"
-#include "board/root_tables.h"
+#include "board/root_move.h"
 #include "eval/strategy.h"
 #include "root/first_ply.h"
 #include "tree/schedule.h"
@@ -109,7 +109,7 @@ void do_peao(int x, int y) {
 
 // A castling of the root; true when the expander must return. With check, White's queen-side move
 // asks the king-side test (`testada`): its attacks and its admission to the pass are those of the
-// other castling. It was always so, and games depend on it.
+// other castling. An asymmetry to keep: which castlings White finds hangs on it.
 template <Cor cor, Xeque xeque, Ala ala>
 bool roca(int x, int y) {
   constexpr Ala testada = cor == Cor::b && xeque == Xeque::ch ? Ala::torre_h : ala;

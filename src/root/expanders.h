@@ -7,7 +7,8 @@
 
 namespace korvu {
 
-// What the target square holds. The knight's class stands above the bishop's, deliberately.
+// What the target square holds. The knight's class stands above the bishop's, unlike
+// their values.
 enum class Classe { livre, positive1, positive2, positive3, positive4, positive5 };
 enum class Xeque { ch, sh };  // the move gives check, gives none
 

@@ -83,7 +83,8 @@ void responde(int x1, int y1, int x2, int y2) {
   if (X_D[1] && nd == 1) beta1 = XEQUE_MATE[1] ? valor_do_mate(1) : static_cast<float>(emp);
 }
 
-// While it lives the search is some plies shorter and uses no tables.
+// While it lives the search is some plies shorter and uses no tables; with its end the search below
+// the first ply is over too.
 class MaisRasa {
  public:
   explicit MaisRasa(int menos) : deep_(deep), tabelas_(HASHf) {
@@ -119,7 +120,7 @@ bool passe_refuta(int x1, int y1, int x2, int y2) {
     monta_no<2, 0, raiz>(x1, y1, x2, y2);
     fases<2, raiz>();
   }
-  if (alfa[2] <= -3300 || alfa0 < alfa[2]) return false;
+  if (alfa[2] <= -limiar_de_mate || alfa0 < alfa[2]) return false;
   beta1 = alfa[2];
   return true;
 }
@@ -136,7 +137,7 @@ bool busca_rasa(int x1, int y1, int x2, int y2) {
     responde<raiz>(x1, y1, x2, y2);
   }
   BETA1 = beta1;
-  return beta1 >= 3300;
+  return beta1 >= limiar_de_mate;
 }
 
 // Without depth the value is pure material. True when `deep` leaves nothing to search.
@@ -195,7 +196,7 @@ void abre_janela() {
   }
   if (alfa0 < -15 || minimo > E) {
     alfa0 = sem_valor;
-    E = -10000000;
+    E = sem_melhor;
   }
 }
 

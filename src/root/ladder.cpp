@@ -37,7 +37,7 @@ constexpr Degrau tudo_que_toma[] = {
 };
 constexpr Degrau tudo_que_anda[] = {{livre, ch, "PNBRQK"}, {livre, sh, "PNBRQK"}};
 
-// Captures that give up no more than they take ...
+// Captures that give up about as much as they take, or less ...
 constexpr Degrau boas_5[] = {{positive5, ch, "PNBRQK"}, {positive5, sh, "PNBRQK"}};
 constexpr Degrau boas_4[] = {{positive4, ch, "PNBRK"},  {positive4, sh, "PNBRK"}};
 constexpr Degrau boas_3[] = {{positive3, ch, "PNBK"},   {positive3, sh, "PNBK"}};

@@ -12,8 +12,6 @@ constexpr bool par(int N) {
   return N % 2 == 0;
 }
 
-inline constexpr float infinito = 16500;  // a node's start value: -infinito even, +infinito odd
-
 // alfaN at even plies, betaN at odd ones.
 template <int N>
 float& valor() {

@@ -77,7 +77,7 @@ bool peao_ou_captura(int x1, int y1, int x2, int y2) {
 }
 
 // Does the line end at this node? `deep` is odd in play, so that the first test stops even plies;
-// deep odd plies with an even `deep` are searched on while in check. Beyond the nominal depth a
+// with an even one, odd plies from 11 on are searched on while in check. Beyond the nominal depth a
 // line goes on only by captures, pawn moves and checks.
 template <int N, Cor cor>
 bool fim_da_linha(int x1, int y1, int x2, int y2) {

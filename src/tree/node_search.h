@@ -28,7 +28,7 @@ enum class Reducao { nenhuma, tarde, cedo };
 template <int N, Cor cor>
 bool cabe_reduzir_tarde(int x1, int y1, int x2, int y2) {
   // At plies 8 and 9 the test for a pawn knows White's code alone, so that a Black pawn's move is
-  // reduced like any other there: deliberate.
+  // reduced like any other there. An asymmetry to keep: node counts hang on it.
   constexpr std::uint8_t peao = N >= 8 ? Lado<Cor::b>::peao : Lado<cor>::peao;
   return !LmrT[N] && LMR && deep > cronograma[N].tarde && valor<N - 1>() != valor_inicial<N - 1> &&
          tabd[N - 1][casa(x1, y1)] != peao && tabd[N - 1][casa(x2, y2)] == vazia && currN[N] > 4 &&
@@ -42,8 +42,9 @@ bool cabe_reduzir_cedo(int x1, int y1, int x2, int y2) {
          !em_xeque_no_no<N, cor>(x1, y1, x2, y2);
 }
 
-// Must the shortened search be done again at full depth? A late move is trusted when it is no
-// better than what the mover has, an early one when it shows no gain.
+// Must the shortened search be done again at full depth? Seen from the side that made the move: a
+// late one is trusted when it brings nothing better than there was, an early one when it is
+// refuted.
 template <int N>
 bool desmentida(Reducao r) {
   const float v = valor<N>();
@@ -157,7 +158,7 @@ bool lance_nulo(int x1, int y1, int x2, int y2) {
   if (!cabe_passar<N, cor>(x1, y1, x2, y2)) return false;
   busca_apos_passe<N, cor>(x1, y1, x2, y2);
   const float r = valor<N + 1>();
-  const bool sem_mate = par(N) ? r < 3300 : r > -3300;
+  const bool sem_mate = par(N) ? r < limiar_de_mate : r > -limiar_de_mate;
   const bool basta = algum<N - 1>([r](float limite) { return par(N) ? r >= limite : r <= limite; });
   if (!sem_mate || !basta) return false;
   valor<N>() = r;
@@ -178,7 +179,7 @@ bool pre_busca(int x1, int y1, int x2, int y2) {
     HASHf = 0;
     corpo_contado<N, cor>(x1, y1, x2, y2);
   }
-  return par(N) ? valor<N>() <= -3300 : valor<N>() >= 3300;
+  return par(N) ? valor<N>() <= -limiar_de_mate : valor<N>() >= limiar_de_mate;
 }
 
 // --- Ply 2 ---
@@ -213,8 +214,7 @@ inline bool empata_por_repeticao() {
 
 // --- The node ---
 
-// The incoming move as text of the running line, unless a deeper visit of this line wrote it
-// before.
+// The incoming move as text of the running line: the first one since the line was blanked.
 template <int N>
 void escreve_linha(int x1, int y1, int x2, int y2) {
   Texto& t = linha[N - 1];

@@ -78,8 +78,8 @@ bool fase_livre() {
 }
 
 // All moves of `cor` at ply N (2 to 23), until the cut flag of the node is set: stored capture,
-// promotions, captures by the victim (knights before bishops, deliberately), stored quiet move,
-// quiet moves by piece.
+// promotions, captures by the victim (knights before bishops, unlike their values), stored quiet
+// move, quiet moves by piece.
 template <int N, Cor cor>
 void fases() {
   using Vitima = Lado<outra(cor)>;

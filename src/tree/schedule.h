@@ -24,7 +24,7 @@ constexpr Intervalo ate(int v) {
   return {INT_MIN, v};
 }
 
-struct Lance_da_arvore {
+struct LinhaDoCronograma {
   int N;
   bool tabela;         // has a table of positions (memory/ply_tables.h)
   int nulo;            // null move when deep exceeds this
@@ -41,7 +41,7 @@ struct Lance_da_arvore {
 };
 
 // clang-format off
-inline constexpr std::array<Lance_da_arvore, ultimo_no + 1> cronograma = {{
+inline constexpr std::array<LinhaDoCronograma, ultimo_no + 1> cronograma = {{
 //    N  table  null   pre    late   early  vertical        extension  clock  quiet    leaf term         extra  promo  forget
     { 0, false, nunca, nunca, nunca, nunca, Filtro::nao,    vazio,     false, vazio,   Termo::quociente, false, false, false},
     { 1, false, nunca, nunca, nunca, nunca, Filtro::nao,    vazio,     false, vazio,   Termo::quociente, false, false, false},

@@ -22,7 +22,7 @@ inline bool raiz_folgada() {
 template <int N, Cor cor>
 bool filtro_de_sete(float w, int x1, int y1, int x2, int y2) {
   if (deep == N) {
-    if (algum<N - 1>([w](float limite) { return w <= limite - 10 && limite < 3300; }))
+    if (algum<N - 1>([w](float limite) { return w <= limite - 10 && limite < limiar_de_mate; }))
       corte<N - 1>() = 1;
     return false;
   }
@@ -72,7 +72,7 @@ bool fora_de_tempo() {
   if (!TC || deep <= N + 1 || decorrido() < limite_duro()) return false;
   deep = N;
   corte_MAXcut = 1;
-  if (alfa[N - 1] <= -3300) return false;
+  if (alfa[N - 1] <= -limiar_de_mate) return false;
   corte<N - 1>() = 1;
   beta[N] = alfa[N - 1];
   return true;
