@@ -50,7 +50,7 @@ void extra_eval() {
   total += mobilidade(r, o);
   total += posicao(r, o);
   const auto limite = static_cast<float>(piecesac);
-  extraeval = std::clamp(static_cast<float>(total), -limite, limite);
+  extraeval = std::clamp(arredonda(total), -limite, limite);
   EMPAT = falta_material(v.template de<Cor::b>(), v.template de<Cor::p>());
   registra_somas(v.template de<Cor::b>(), v.template de<Cor::p>());
   if (raiz == ataca) ddep = std::max(ddep, deep);

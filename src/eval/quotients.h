@@ -15,6 +15,11 @@ inline long double logaritmo(long double x) {
   return std::log(x);
 }
 
+// The sum rounded once. A sum that is no number counts as nothing: a leaf always has a value.
+inline float arredonda(long double total) {
+  return std::isnan(total) ? 0.0F : static_cast<float>(total);
+}
+
 // raiz / outro as a logarithm, with `base` added to both: counts then are never 0. A positional sum
 // may still be, or lie below it (agres 0 makes pawn attacks a loss); that gives no number.
 inline long double quociente(long double raiz, long double outro, long double base) {

@@ -19,7 +19,7 @@ float le_posicao(const Figuras& r, const Figuras& o) {
   total += peso(r, o);
   total += mobilidade(r, o);
   total += densidade(r) - avanco(r) + avanco(o) - densidade(o);
-  return static_cast<float>(total);
+  return arredonda(total);
 }
 
 }  // namespace

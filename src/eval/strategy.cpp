@@ -18,7 +18,7 @@ float herda_da_raiz(const Figuras& r, const Figuras& o) {
   total += ataque_ao_rei(r, o);
   total += mobilidade(r, o);
   total += posicao(r, o);
-  return static_cast<float>(0.01 * total + ataque_por_defesa(r, o));
+  return arredonda(0.01 * total + ataque_por_defesa(r, o));
 }
 
 // Who attacks one square.
