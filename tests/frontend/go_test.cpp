@@ -1,0 +1,222 @@
+// The budget of a go line: by the columns of its first clock, the men on the board and the level.
+#include "frontend/go.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "board/state.h"
+#include "eval/knobs.h"
+#include "frontend/line.h"
+#include "root/driver.h"
+#include "root/first_ply.h"
+#include "support/lab.h"
+#include "tree/clock.h"
+#include "tree/knobs.h"
+
+namespace korvu {
+namespace {
+
+struct Budget {
+  int tempo, deep;
+  bool extras;
+  friend bool operator==(const Budget&, const Budget&) = default;
+  friend std::ostream& operator<<(std::ostream& os, const Budget& b) {
+    return os << "tempo " << b.tempo << " deep " << b.deep << (b.extras ? " with" : " without")
+              << " extras";
+  }
+};
+
+// The budget of a go line with so many men in all, from the preparation of a default search.
+Budget budget(const std::string& go, int men = 30, int level = 2) {
+  CPU = level;
+  npecasb = men / 2;
+  npecasp = men - men / 2;
+  deep = 17;
+  SEARCH_E = IIDS = EXTRA_EVALL = 1;
+  materialba = materialpa = 510;
+  prepara_busca<Cor::b>();
+  in = go;
+  le_relogio();
+  EXPECT_EQ(SEARCH_E, IIDS);
+  EXPECT_EQ(SEARCH_E, EXTRA_EVAL);
+  return {tempo, deep, SEARCH_E != 0};
+}
+
+constexpr int untouched = 300000;
+
+TEST(Go, LinesWithoutAClockSearchAtTheDefaults) {
+  for (const char* go : {"go", "go infinite", "go movetime 1000", "go depth 5", "go nodes 100",
+                         "go ponder", "go searchmoves e2e4", "good morning", "go winc 5 wtime 1"})
+    EXPECT_EQ(budget(go), (Budget{untouched, 9, true})) << go;
+}
+
+TEST(Go, TheDefaultClockChangesNothing) {
+  EXPECT_EQ(budget("go wtime 300000 btime 300000 winc 0 binc 0"), (Budget{300000, 9, true}));
+}
+
+TEST(Go, ShortClocksSetTheDepthAndSwitchTheExtrasOff) {
+  EXPECT_EQ(budget("go wtime 9 btime 9"), (Budget{untouched, 0, false}));
+  EXPECT_EQ(budget("go wtime 99 btime 9"), (Budget{untouched, 0, false}));
+  EXPECT_EQ(budget("go wtime 999 btime 9"), (Budget{untouched, 1, false}));
+  EXPECT_EQ(budget("go wtime 9000 btime 9000"), (Budget{untouched, 3, false}));
+}
+
+TEST(Go, ShortClocksGoDeeperWithFewMen) {
+  EXPECT_EQ(budget("go wtime 9 b", 1).deep, 0);
+  EXPECT_EQ(budget("go wtime 99 b", 1).deep, 1);
+  EXPECT_EQ(budget("go wtime 99 b", 2).deep, 0);
+  EXPECT_EQ(budget("go wtime 999 b", 3).deep, 3);
+  EXPECT_EQ(budget("go wtime 999 b", 4).deep, 1);
+  EXPECT_EQ(budget("go wtime 9999 b", 5).deep, 5);
+  EXPECT_EQ(budget("go wtime 9999 b", 6).deep, 3);
+}
+
+TEST(Go, OnlyTheFirstDigitAndTheLengthCount) {
+  EXPECT_EQ(budget("go wtime 299999 b").tempo, 200000);
+  EXPECT_EQ(budget("go wtime 45000 btime 300000"), (Budget{40000, 7, true}));
+  EXPECT_EQ(budget("go wtime 1999999 b").tempo, 1000000);
+  EXPECT_EQ(budget("go wtime 99999999 b").tempo, 10000000);
+  EXPECT_EQ(budget("go wtime 9999999999999 b").tempo, 10000000);
+}
+
+TEST(Go, AnOddFirstCharacterLeavesTheClock) {
+  EXPECT_EQ(budget("go wtime 04000 b"), (Budget{untouched, 9, true}));
+  EXPECT_EQ(budget("go wtime -40000 b"), (Budget{untouched, 9, true}));
+  EXPECT_EQ(budget("go wtime -4 b"), (Budget{untouched, 0, false}));  // two columns
+  EXPECT_EQ(budget("go wtime -4000000 b").tempo, 10000000);           // eight
+}
+
+TEST(Go, ABlankWhereTheClockShouldStartIsNoClock) {
+  EXPECT_EQ(budget("go wtime  9 btime 9"), (Budget{untouched, 9, true}));
+}
+
+TEST(Go, AClockThatEndsTheLineCountsAsALongOne) {
+  EXPECT_EQ(budget("go wtime 100000").tempo, 10000000);
+  EXPECT_EQ(budget("go wtime 9").tempo, 10000000);
+  EXPECT_EQ(budget("go wtime ").tempo, 10000000);
+  EXPECT_EQ(budget("go wtime").tempo, 10000000);
+}
+
+TEST(Go, TheFirstClockCountsWhateverItsColour) {
+  EXPECT_EQ(budget("go btime 5000 wtime 900000"), (Budget{untouched, 3, false}));
+  EXPECT_EQ(budget("go wtime 100000 btime 5000 winc 0 binc 0").tempo, 100000);
+}
+
+TEST(Go, AMovesToGoOfOneToThreeDigitsOnlyShiftsTheColumns) {
+  EXPECT_EQ(budget("go movestogo 5 wtime 200000 b").tempo, 200000);
+  EXPECT_EQ(budget("go movestogo 40 wtime 200000 b").tempo, 200000);
+  EXPECT_EQ(budget("go movestogo 100 wtime 200000 b").tempo, 200000);
+  EXPECT_EQ(budget("go movestogo 1000 wtime 200000 b").tempo, untouched);
+}
+
+TEST(Go, AConfiguredDepthOfEightOrLessStays) {
+  deepp = 17;
+  materialba = materialpa = 510;
+  for (const int configured : {0, 1, 3, 5, 7}) {
+    deep = configured;
+    prepara_busca<Cor::p>();
+    EXPECT_EQ(deep, configured);
+  }
+  for (const int configured : {9, 11, 17}) {
+    deep = configured;
+    prepara_busca<Cor::p>();
+    EXPECT_EQ(deep, 9);
+  }
+}
+
+// At each level: the clocks at which the extras go, and the men at or below which the depth of each
+// rung is the greater one.
+struct Level {
+  int cpu, no_extras_at, men_90, men_60, men_30, men_30_deeper, men_10;
+};
+constexpr Level levels[] = {
+    {5, 10000, 15, 11, 17, 7, 9},
+    {1, 20000, 13, 9, 15, 5, 7},
+    {2, 30000, 11, 7, 13, 3, 5},
+    {3, 50000, 9, 5, 11, 1, 3},
+};
+
+std::string clock_of(int ms) {
+  return "go wtime " + std::to_string(ms) + " b";
+}
+
+TEST(GoLevels, SwitchTheExtrasOffAtTheirClock) {
+  for (const Level& l : levels) {
+    EXPECT_FALSE(budget(clock_of(l.no_extras_at), 30, l.cpu).extras);
+    EXPECT_TRUE(budget(clock_of(l.no_extras_at + 10000), 30, l.cpu).extras);
+  }
+}
+
+TEST(GoLevels, LeaveTheDepthFromAHundredSecondsOn) {
+  for (const Level& l : levels) EXPECT_EQ(budget(clock_of(100000), 30, l.cpu).deep, 9);
+}
+
+TEST(GoLevels, LowerTheDepthByClockAndMen) {
+  for (const Level& l : levels) {
+    EXPECT_EQ(budget(clock_of(90000), l.men_90, l.cpu).deep, 9);
+    EXPECT_EQ(budget(clock_of(90000), l.men_90 + 1, l.cpu).deep, 7);
+    EXPECT_EQ(budget(clock_of(60000), l.men_60, l.cpu).deep, 9);
+    EXPECT_EQ(budget(clock_of(60000), l.men_60 + 1, l.cpu).deep, 7);
+    EXPECT_EQ(budget(clock_of(30000), l.men_30_deeper, l.cpu).deep, 9);
+    EXPECT_EQ(budget(clock_of(30000), l.men_30_deeper + 1, l.cpu).deep, 7);
+    EXPECT_EQ(budget(clock_of(30000), l.men_30, l.cpu).deep, 7);
+    EXPECT_EQ(budget(clock_of(30000), l.men_30 + 1, l.cpu).deep, 5);
+    EXPECT_EQ(budget(clock_of(10000), l.men_10, l.cpu).deep, 7);
+    EXPECT_EQ(budget(clock_of(10000), l.men_10 + 1, l.cpu).deep, 5);
+  }
+}
+
+TEST(GoLevels, AnUnknownLevelSkipsTheLadder) {
+  EXPECT_EQ(budget(clock_of(10000), 30, 4), (Budget{10000, 9, true}));
+}
+
+TEST(GoLimits, DivideTheCoarseClock) {
+  npecasb = npecasp = 15;
+  tempo = 300000;
+  Tu = 3;
+  EXPECT_EQ(limite_brando(), 2000);
+  EXPECT_EQ(limite_duro(), 20000);
+  Tu = 10;  // 30 / 10 = 3
+  EXPECT_EQ(limite_brando(), 300000 / 80);
+  EXPECT_EQ(limite_duro(), 300000 / 8);
+  npecasb = npecasp = 4;  // 8 / 10 = 0
+  EXPECT_EQ(limite_brando(), 300000 / 50);
+  EXPECT_EQ(limite_duro(), 300000 / 5);
+  Tu = 3;
+}
+
+TEST(GoPreparation, DrawValueFollowsTheMaterialQuotient) {
+  empp = -5;
+  MQ = 5;
+  materialba = materialpa = 510;
+  prepara_busca<Cor::b>();
+  EXPECT_EQ(emp, -15);
+  materialba = 600;
+  materialpa = 300;  // 5 ln 2 = 3.47: -11.53 and -18.47, cut toward zero
+  prepara_busca<Cor::b>();
+  EXPECT_EQ(emp, -11);
+  EXPECT_EQ(emppp, -11);
+  prepara_busca<Cor::p>();
+  EXPECT_EQ(emp, -18);
+}
+
+TEST(GoPreparation, TotalsOfZeroGiveSomeDrawValue) {
+  materialba = materialpa = 0;
+  prepara_busca<Cor::b>();
+  EXPECT_LE(std::abs(emp), 1000);
+}
+
+TEST(GoPreparation, ManyMenAreMoreThanTwentyFive) {
+  materialba = materialpa = 510;
+  npecasb = 13;
+  npecasp = 12;
+  prepara_busca<Cor::b>();
+  EXPECT_EQ(DEEP9, 0);
+  npecasp = 13;
+  prepara_busca<Cor::b>();
+  EXPECT_EQ(DEEP9, 1);
+}
+
+}  // namespace
+}  // namespace korvu

@@ -1,0 +1,83 @@
+#include "positions.h"
+
+#include <array>
+#include <cstdint>
+#include <set>
+#include <string_view>
+
+#include "referee.h"
+
+namespace referee {
+namespace {
+
+// A 64-bit linear congruential generator, of which the upper half is used. Written out here so that
+// the set does not depend on the standard library at hand.
+class Dice {
+ public:
+  explicit Dice(std::uint64_t seed) : state_(seed) {}
+
+  std::size_t below(std::size_t n) {
+    state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
+    return static_cast<std::size_t>((state_ >> 33) % n);
+  }
+
+ private:
+  std::uint64_t state_;
+};
+
+struct Source {
+  std::string_view fen;
+  int games;
+  int plies;  // length of each game
+  int every;  // a position is kept after each so many plies
+};
+
+constexpr std::array<Source, 10> sources = {{
+    // Whole games.
+    {"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1", 8, 120, 6},
+    // All four castlings possible.
+    {"r3k2r/pppq1ppp/2npbn2/2b1p3/2B1P3/2NPBN2/PPPQ1PPP/R3K2R w KQkq - 0 8", 10, 8, 1},
+    {"r3k2r/8/8/3p4/3P4/8/8/R3K2R b KQkq - 0 1", 6, 10, 2},
+    // Pawns about to meet in passing, for both sides.
+    {"4k3/p1p1p1p1/8/1P1P1P1P/p1p1p1p1/8/1P1P1P1P/4K3 w - - 0 1", 8, 10, 1},
+    {"4k3/p1p1p1p1/8/1P1P1P1P/p1p1p1p1/8/1P1P1P1P/4K3 b - - 0 1", 8, 10, 1},
+    // Pawns about to promote, with and without captures.
+    {"1n1n3k/P1P1P3/8/8/8/8/p1p1p3/1N1N3K w - - 0 1", 8, 8, 1},
+    {"1n1n3k/P1P1P3/8/8/8/8/p1p1p3/1N1N3K b - - 0 1", 8, 8, 1},
+    // Open lines: checks and pins.
+    {"3qk3/2r1r3/1b6/8/8/6B1/3R1R2/3QK3 w - - 0 1", 8, 12, 2},
+    // Endings.
+    {"8/5k2/8/2p5/2P5/8/3K1R2/8 b - - 0 1", 5, 16, 3},
+    {"8/1b3k2/8/8/8/5N2/2K5/8 w - - 0 1", 4, 16, 4},
+}};
+
+std::vector<std::string> make() {
+  std::vector<std::string> fens;
+  std::set<std::string> seen;
+  std::uint64_t seed = 1;
+
+  for (const Source& source : sources) {
+    for (int game = 0; game < source.games; ++game) {
+      Dice dice(seed++);
+      Position p = Position::from_fen(source.fen);
+      for (int ply = 1; ply <= source.plies; ++ply) {
+        const std::vector<Move> moves = p.legal_moves();
+        if (moves.empty()) break;
+        p = p.after(moves[dice.below(moves.size())]);
+        if (ply % source.every != 0 || p.legal_moves().empty()) continue;
+        std::string fen = p.fen();
+        if (seen.insert(fen).second) fens.push_back(std::move(fen));
+      }
+    }
+  }
+  return fens;
+}
+
+}  // namespace
+
+const std::vector<std::string>& varied_fens() {
+  static const std::vector<std::string> fens = make();
+  return fens;
+}
+
+}  // namespace referee
