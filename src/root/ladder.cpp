@@ -110,6 +110,7 @@ void sobe(const Etapa& etapa) {
                   [](const Expansor& e) { cada_nota([&] { varre_casas<raiz>(e); }); });
 }
 
+// The ladder of the temperament in force; an unknown one has none.
 std::span<const Etapa> escada() {
   switch (Temperamento) {
     case 3:
@@ -129,10 +130,10 @@ template <Cor raiz>
 void percorre_escada() {
   const float outro = material_da_raiz<outra(raiz)>();
   corte_MAXcut = 0;
-  if (outro > 110)
-    for (const Etapa& etapa : escada()) sobe<raiz>(etapa);
-  else if (outro == 110)
-    for (const Etapa& etapa : contra_rei_so) sobe<raiz>(etapa);
+  if (outro < 110) return;
+  std::span<const Etapa> etapas = escada();
+  if (outro == 110 && !etapas.empty()) etapas = contra_rei_so;
+  for (const Etapa& etapa : etapas) sobe<raiz>(etapa);
 }
 
 template <Cor raiz>
