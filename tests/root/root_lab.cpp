@@ -58,6 +58,11 @@ void at_root(std::string_view fen) {
   peca = 0;
 }
 
+void at_depth(std::string_view fen, int depth) {
+  at_root(fen);
+  korvu::deep = korvu::DEEP = depth;
+}
+
 void default_settings() {
   using namespace korvu;
   SEARCH_E = SEARCH_EE = PVS = VERTICAL_filt = LMR = TC = HASHf = TURBO = 1;
