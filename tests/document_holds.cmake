@@ -1,7 +1,10 @@
-# Fails unless DOCUMENT holds all that TOOL prints, word for word.
-execute_process(COMMAND ${TOOL} OUTPUT_VARIABLE printed COMMAND_ERROR_IS_FATAL ANY)
+# Fails unless DOCUMENT holds the table that TOOL prints under the name TABLE, word for word.
+execute_process(COMMAND ${TOOL} ${TABLE} OUTPUT_VARIABLE printed COMMAND_ERROR_IS_FATAL ANY)
+if(NOT printed MATCHES "^[|].*[|]\n[|]")
+  message(FATAL_ERROR "${TOOL} ${TABLE} printed no table")
+endif()
 file(READ ${DOCUMENT} document)
 string(FIND "${document}" "${printed}" where)
 if(where EQUAL -1)
-  message(FATAL_ERROR "${DOCUMENT} must hold what ${TOOL} prints:\n${printed}")
+  message(FATAL_ERROR "${DOCUMENT} must hold what `${TOOL} ${TABLE}` prints:\n${printed}")
 endif()
