@@ -56,6 +56,19 @@ def code_names(text):
     return names
 
 
+def tables_promised(text):
+    """The tables that a document says are printed by the tool and compared."""
+    return re.findall(r"^<!-- \S*korvu-tables (\S+) prints this table", text, re.MULTILINE)
+
+
+def tables_compared(cmake):
+    """The pairs of document and table that the build registers for comparison."""
+    pairs = set()
+    for document, names in re.findall(r"^korvu_table\((\S+) ([^)]+)\)", cmake, re.MULTILINE):
+        pairs.update((document, name) for name in names.split())
+    return pairs
+
+
 def paths(text):
     """The files and folders in backticks."""
     return {s for s in CODE.findall(prose(text)) if re.fullmatch(r"[\w.\-]+(/[\w.\-]*)+", s)}

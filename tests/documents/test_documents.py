@@ -3,7 +3,16 @@
 import pathlib
 
 import pytest
-from check_documents import LINK, broken_links, code_names, paths, prose, words_of
+from check_documents import (
+    LINK,
+    broken_links,
+    code_names,
+    paths,
+    prose,
+    tables_compared,
+    tables_promised,
+    words_of,
+)
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PAGES = sorted((ROOT / "docs").glob("*.md"))
@@ -49,6 +58,15 @@ def test_every_page_is_in_the_index():
     assert {page.name for page in PAGES} - {"behaviour.md"} <= listed
 
 
+def test_every_table_that_promises_it_is_compared():
+    promised = {
+        (document.relative_to(ROOT).as_posix(), name)
+        for document in DOCUMENTS
+        for name in tables_promised(read(document))
+    }
+    assert promised == tables_compared(read(ROOT / "tests" / "CMakeLists.txt"))
+
+
 # --- The checks themselves ---
 
 
@@ -72,6 +90,14 @@ def test_an_unknown_name_is_found(tmp_path):
     (tmp_path / "source.h").write_text("inline int known = 0;\n", encoding="utf-8")
     words = words_of([tmp_path])
     assert code_names("`known` and `unknown`") - words == {"unknown"}
+
+
+def test_promised_and_registered_tables_are_read():
+    assert tables_promised("<!-- korvu-tables men prints this table; -->\n") == ["men"]
+    assert tables_compared("korvu_table(docs/a.md men\n  hills)\n") == {
+        ("docs/a.md", "men"),
+        ("docs/a.md", "hills"),
+    }
 
 
 def test_paths_are_told_from_names():
