@@ -8,6 +8,7 @@
 #include "board/state.h"
 #include "eval/knobs.h"
 #include "frontend/line.h"
+#include "root/caps.h"
 #include "root/driver.h"
 #include "root/first_ply.h"
 #include "support/lab.h"
@@ -199,6 +200,42 @@ TEST(GoPreparation, DrawValueFollowsTheMaterialQuotient) {
   EXPECT_EQ(emppp, -11);
   prepara_busca<Cor::p>();
   EXPECT_EQ(emp, -18);
+}
+
+TEST(GoPreparation, BringsTheSettingsBackAndLeavesTheStartOfTheClock) {
+  const auto prepared = [](auto prepare) {
+    lab::clock_at(9000);
+    inicio = 1234;
+    nodes = 77;
+    tempo = 5;
+    prepare();
+    EXPECT_EQ(inicio, 1234) << "time counts from the position line";
+    EXPECT_EQ(nodes, 0U);
+    EXPECT_EQ(tempo, 300000);
+  };
+  for (const bool white : {true, false})
+    for (const int scheme : {0, 1, 2, 3}) {
+      Positive_filterp = scheme;
+      Negative_filterp = 3 - scheme;
+      EXTRA_EVALL = scheme % 2;
+      Positive_filter = Negative_filter = 9;
+      EXTRA_EVAL = 9;
+      prepared([=] { white ? prepara_busca<Cor::b>() : prepara_busca<Cor::p>(); });
+      EXPECT_EQ(Positive_filter, scheme);
+      EXPECT_EQ(Negative_filter, 3 - scheme);
+      EXPECT_EQ(EXTRA_EVAL, scheme % 2);
+    }
+  Positive_filterp = Negative_filterp = 2;
+  EXTRA_EVALL = 1;
+}
+
+TEST(GoPreparation, TheGoLineLeavesTheStartOfTheClock) {
+  for (const char* go : {"go", "go wtime 9 btime 9", "go wtime 45000 btime 1"}) {
+    lab::clock_at(9000);
+    inicio = 1234;
+    budget(go);
+    EXPECT_EQ(inicio, 1234) << go;
+  }
 }
 
 TEST(GoPreparation, TotalsOfZeroGiveSomeDrawValue) {
