@@ -379,9 +379,10 @@ TEST(Options, OneLineMaySetSeveral) {
 
 using Lines = std::vector<std::string>;
 
-// A move list that no book knows, and a go line that searches the root moves alone.
-const std::string white_to_play = "position startpos moves a2a3 a7a6";
-const std::string black_to_play = "position startpos moves a2a3 a7a6 b2b3";
+// Games that no book knows, and a go line that searches the root moves alone.
+const std::string fen_with_moves = "position fen 7k/p7/8/8/8/8/7P/K7 w - - 0 1 moves";
+const std::string white_to_play = fen_with_moves + " a1a2 h8h7";
+const std::string black_to_play = fen_with_moves + " a1a2";
 const std::string shortest_go = "go wtime 9 btime 9";
 
 void restore_defaults() {
