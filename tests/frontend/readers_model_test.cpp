@@ -128,7 +128,7 @@ TEST(Readers, HearWhatTheModelHearsInAnyOrder) {
                         "setoption name Own book value true"};
   std::mt19937 dice(3);
   int searches = 0, of_the_book = 0;
-  for (int k = 0; k < 120; ++k) {
+  for (int k = 0; k < 60; ++k) {
     // Depth 0: a search prints its closing line alone.
     Words lines = {"setoption name Deep value 0", "setoption name Own book value true"};
     Model model;
@@ -146,8 +146,8 @@ TEST(Readers, HearWhatTheModelHearsInAnyOrder) {
     of_the_book += static_cast<int>(std::ranges::count(model.answers, "bestmove g1f3"));
   }
   lab::dialogue({"setoption name Deep value 9", "setoption name Own book value true"});
-  EXPECT_GT(searches, 60);
-  EXPECT_GT(of_the_book, 5);
+  EXPECT_GT(searches, 30);
+  EXPECT_GT(of_the_book, 1);
 }
 
 }  // namespace
