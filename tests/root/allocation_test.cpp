@@ -3,8 +3,11 @@
 
 #include <cstdlib>
 #include <new>
+#include <ostream>
+#include <streambuf>
 
 #include "board/state.h"
+#include "frontend/report.h"
 #include "memory/game_memory.h"
 #include "root/driver.h"
 #include "root/first_ply.h"
@@ -57,9 +60,19 @@ TEST(Allocation, IsCounted) {
   EXPECT_GE(taken_by([] { ::operator delete(::operator new(8)); }), 1);
 }
 
+// Takes everything and keeps nothing.
+class Nowhere : public std::streambuf {
+  int_type overflow(int_type c) override { return traits_type::not_eof(c); }
+};
+
+int lines_told = 0;
+
 template <Cor root>
 void search_to_depth_11() {
-  relata_linha = [] {};
+  relata_linha = [] {
+    ++lines_told;
+    info_deept();
+  };
   tempo = 300000;
   deep = 9;
   deepp = 11;
@@ -67,7 +80,10 @@ void search_to_depth_11() {
   deepp = 17;
 }
 
-TEST(Allocation, NoneInASearchWithTablesReductionsAndNullMoves) {
+TEST(Allocation, NoneInASearchWithTablesReductionsNullMovesAndReports) {
+  Nowhere nowhere;
+  std::ostream told(&nowhere);
+  saida = &told;
   lab::position("8/5pk1/6p1/8/3P4/6P1/5K2/3R4 w - - 0 1");
   EXPECT_EQ(taken_by(search_to_depth_11<Cor::b>), 0);
   EXPECT_GT(nodes, 1000U);
@@ -77,6 +93,8 @@ TEST(Allocation, NoneInASearchWithTablesReductionsAndNullMoves) {
   EXPECT_EQ(taken_by(search_to_depth_11<Cor::p>), 0);
   EXPECT_GT(nodes, 1000U);
   EXPECT_EQ(deep, 11);
+  EXPECT_GT(lines_told, 20);
+  saida = nullptr;
 }
 
 TEST(Allocation, NoneInTheShortScanNorInTheMemoryOfTheGame) {
