@@ -155,6 +155,19 @@ TEST_F(GameMemoryDialogue, SwitchedOffItNeitherAnswersNorWrites) {
   EXPECT_EQ(korvu::indice_da_memoria(), 1);
 }
 
+// The mark of the last hit is gone with the next go, even when the memory is not asked: the move
+// that is found is played.
+TEST_F(GameMemoryDialogue, SwitchedOffAfterAnAnswerTheNextSearchIsASearch) {
+  ask(position, short_go);
+  ask(position, short_go);
+  ASSERT_EQ(korvu::mem_TEST, 1);
+  const korvu::Tabuleiro unplayed = korvu::tab;
+  lab::dialogue({"setoption name Memory value false"});
+  EXPECT_TRUE(searched(ask(position, short_go)));
+  EXPECT_EQ(korvu::mem_TEST, 0);
+  EXPECT_NE(korvu::tab, unplayed);
+}
+
 TEST_F(GameMemoryDialogue, TheButtonClearsItAtAnyTime) {
   ask(position, short_go);
   lab::dialogue({"setoption name Clear memory"});
