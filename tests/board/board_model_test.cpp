@@ -14,6 +14,17 @@ namespace {
 using namespace korvu;
 using kit::Seen;
 
+// Before anything is played or tested; this test runs in a process of its own.
+TEST(NewProcess, ExpectsTheKingsAtHomeAndNoKingSafeYet) {
+  EXPECT_EQ(p_x_Rb, 4);
+  EXPECT_EQ(p_y_Rb, 0);
+  EXPECT_EQ(p_x_Rp, 4);
+  EXPECT_EQ(p_y_Rp, 7);
+  for (std::size_t n = 1; n <= 23; ++n) EXPECT_EQ(XEQUE_MATE[n], 1) << n;
+  EXPECT_EQ(std::count(tab.begin(), tab.end(), vazia), 64) << "no board before a position line";
+  EXPECT_EQ(empp, -5);
+}
+
 TEST(PieceCodes, AreTheValuesNegatedForBlackAsBytes) {
   struct Row {
     Peca man;

@@ -156,7 +156,8 @@ struct Promotion {
 TEST(GameMove, PromotesByTheLetters) {
   for (const Promotion& p :
        {Promotion{'q', '0', 'Q', 'q'}, Promotion{'0', 'q', 'Q', '0'}, Promotion{'0', 'r', 'R', '0'},
-        Promotion{'0', 'n', 'N', '0'}, Promotion{'0', 'b', 'B', '0'}})
+        Promotion{'0', 'n', 'N', '0'}, Promotion{'0', 'b', 'B', '0'}, Promotion{'0', '0', 'P', '0'},
+        Promotion{'q', 'q', 'P', '0'}, Promotion{'q', 'r', 'P', '0'}})
     for (const std::string_view move : {"e7e8", "e7d8"})
       for_both_sides([&](Seen seen) {
         receive(seen, "3b4/4P3/8/8/8/8/k7/4K3 w - - 0 1");

@@ -1,10 +1,12 @@
 """What a transcript cannot show: when an answer comes, and when the process ends."""
 
 import os
+import pathlib
 import queue
 import re
 import subprocess
 import threading
+import time
 
 import pytest
 
@@ -194,6 +196,45 @@ def test_every_running_line_tells_its_speed(korvu):
             assert lines[i + 1] == f"info nps {nodes // time * 1000}"
     assert timed > 0
     assert sum(line.startswith("info nps ") for line in lines) == timed
+
+
+def test_a_search_runs_in_the_one_thread_and_opens_nothing(korvu):
+    process = korvu()
+    of_process = pathlib.Path("/proc") / str(process.process.pid)
+    if not of_process.exists():
+        pytest.skip("the system does not show its processes")
+
+    def held():
+        return sorted(p.name for p in (of_process / "fd").iterdir())
+
+    process.send("isready")
+    assert process.line() == "readyok"
+    before = held()
+    process.send("setoption name Deep value 3", "position startpos moves a2a3 a7a6", "go")
+    assert process.line().startswith("info score ")
+    assert len(list((of_process / "task").iterdir())) == 1
+    assert held() == before == ["0", "1", "2"]
+    assert len(process.up_to_bestmove()) > 2, "it was searching still"
+
+
+def test_time_runs_from_the_position_line(korvu):
+    process = korvu()
+    process.send("setoption name Deep value 1", "position startpos moves a2a3 a7a6")
+    time.sleep(0.4)
+    process.send("go")
+    first = process.line()
+    assert int(re.search(r" time (\d+) ", first).group(1)) >= 350
+
+
+def test_output_that_nobody_takes_is_no_reason_to_stop(engine, patience):
+    if not os.path.exists("/dev/full"):
+        pytest.skip("there is no device that refuses everything")
+    lines = b"uci\nisready\nposition startpos moves a2a3 a7a6\ngo wtime 9 btime 9\nquit\n"
+    with open("/dev/full", "wb") as full:
+        ended = subprocess.run(
+            [str(engine)], input=lines, stdout=full, timeout=PATIENCE * patience, check=False
+        )
+    assert ended.returncode == 0
 
 
 def test_neither_the_environment_nor_a_file_is_needed(korvu, tmp_path):

@@ -3,11 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
 #include <string>
 
 #include "board/state.h"
 #include "eval/knobs.h"
 #include "frontend/line.h"
+#include "root/caps.h"
 #include "root/driver.h"
 #include "root/first_ply.h"
 #include "support/lab.h"
@@ -171,6 +175,90 @@ TEST(GoLevels, AnUnknownLevelSkipsTheLadder) {
   EXPECT_EQ(budget(clock_of(10000), 30, 4), (Budget{10000, 9, true}));
 }
 
+// --- Against the rules told once more, on lines of all sorts ---
+
+// The columns of the first clock, or nothing.
+std::string clock_in(const std::string& line) {
+  const auto is = [&](std::size_t k, char c) { return k < line.size() && line[k] == c; };
+  const std::size_t first = is(4, 't')    ? 9
+                            : !is(3, 'm') ? 0
+                            : is(16, 't') ? 21
+                            : is(17, 't') ? 22
+                            : is(18, 't') ? 23
+                                          : 0;
+  if (first == 0) return "";
+  if (first >= line.size()) return "endless";
+  const std::size_t blank = line.find(' ', first);
+  if (blank == std::string::npos) return "endless" + line.substr(first);
+  return line.substr(first, blank - first);
+}
+
+Budget told(const std::string& line, int men, int level) {
+  Budget b{untouched, 9, true};
+  const std::string clock = clock_in(line);
+  const std::size_t n = clock.size();
+  if (n == 0) return b;
+  if (n <= 4) {
+    const int usual[] = {0, 0, 1, 3}, with_few[] = {0, 1, 3, 5}, few[] = {-1, 1, 3, 5};
+    return {untouched, men <= few[n - 1] ? with_few[n - 1] : usual[n - 1], false};
+  }
+  if (n >= 8 || clock.starts_with("endless"))
+    b.tempo = 10000000;
+  else if (clock[0] >= '1' && clock[0] <= '9')
+    b.tempo = (clock[0] - '0') * (n == 5 ? 10000 : n == 6 ? 100000 : 1000000);
+  const Level* l = std::find_if(std::begin(levels), std::end(levels),
+                                [=](const Level& row) { return row.cpu == level; });
+  if (l == std::end(levels)) return b;
+  b.extras = b.tempo > l->no_extras_at;
+  // The lowest rung that the clock reaches decides.
+  if (b.tempo <= 10000)
+    b.deep = men <= l->men_10 ? 7 : 5;
+  else if (b.tempo <= 30000)
+    b.deep = men <= l->men_30_deeper ? 9 : men <= l->men_30 ? 7 : 5;
+  else if (b.tempo <= 60000)
+    b.deep = men <= l->men_60 ? 9 : 7;
+  else if (b.tempo <= 90000)
+    b.deep = men <= l->men_90 ? 9 : 7;
+  return b;
+}
+
+std::string some_go_line(std::mt19937& dice) {
+  const auto one_of = [&](std::initializer_list<const char*> words) {
+    return std::string(words.begin()[dice() % words.size()]);
+  };
+  const auto figures = [&](std::size_t most) {
+    std::string text = one_of({"", "", "", "", "0", "-", "x"});
+    for (std::size_t n = 1 + dice() % most; n > 0; --n)
+      text += static_cast<char>('0' + dice() % 10);
+    return text;
+  };
+  std::string line = "go ";
+  if (dice() % 3 == 0) line += one_of({"movestogo ", "moves ", "m "}) + figures(4) + ' ';
+  line += one_of({"wtime ", "btime ", "wtime ", "btime ", "infinite", "depth ", "winc ", "wtime"});
+  line += figures(9) + one_of({" ", "", " btime 5000", " winc 0 binc 0", "  "});
+  if (dice() % 8 == 0) line.insert(2 + dice() % (line.size() - 2), 1, ' ');
+  return line;
+}
+
+TEST(GoTwin, AgreesOnManyLinesMenAndLevels) {
+  std::mt19937 dice(5);
+  int short_clocks = 0, long_clocks = 0, lowered = 0;
+  for (int k = 0; k < 40000; ++k) {
+    const std::string line = some_go_line(dice);
+    const int men = static_cast<int>(dice() % 31);
+    const int level = static_cast<int>(dice() % 6);
+    const Budget should = told(line, men, level);
+    ASSERT_EQ(budget(line, men, level), should) << line << ", " << men << " men, level " << level;
+    short_clocks += should.deep < 5;
+    long_clocks += should.tempo > 1000000;
+    lowered += should.deep == 7;
+  }
+  EXPECT_GT(short_clocks, 1000);
+  EXPECT_GT(long_clocks, 1000);
+  EXPECT_GT(lowered, 300);
+  CPU = 2;
+}
+
 TEST(GoLimits, DivideTheCoarseClock) {
   npecasb = npecasp = 15;
   tempo = 300000;
@@ -199,6 +287,42 @@ TEST(GoPreparation, DrawValueFollowsTheMaterialQuotient) {
   EXPECT_EQ(emppp, -11);
   prepara_busca<Cor::p>();
   EXPECT_EQ(emp, -18);
+}
+
+TEST(GoPreparation, BringsTheSettingsBackAndLeavesTheStartOfTheClock) {
+  const auto prepared = [](auto prepare) {
+    lab::clock_at(9000);
+    inicio = 1234;
+    nodes = 77;
+    tempo = 5;
+    prepare();
+    EXPECT_EQ(inicio, 1234) << "time counts from the position line";
+    EXPECT_EQ(nodes, 0U);
+    EXPECT_EQ(tempo, 300000);
+  };
+  for (const bool white : {true, false})
+    for (const int scheme : {0, 1, 2, 3}) {
+      Positive_filterp = scheme;
+      Negative_filterp = 3 - scheme;
+      EXTRA_EVALL = scheme % 2;
+      Positive_filter = Negative_filter = 9;
+      EXTRA_EVAL = 9;
+      prepared([=] { white ? prepara_busca<Cor::b>() : prepara_busca<Cor::p>(); });
+      EXPECT_EQ(Positive_filter, scheme);
+      EXPECT_EQ(Negative_filter, 3 - scheme);
+      EXPECT_EQ(EXTRA_EVAL, scheme % 2);
+    }
+  Positive_filterp = Negative_filterp = 2;
+  EXTRA_EVALL = 1;
+}
+
+TEST(GoPreparation, TheGoLineLeavesTheStartOfTheClock) {
+  for (const char* go : {"go", "go wtime 9 btime 9", "go wtime 45000 btime 1"}) {
+    lab::clock_at(9000);
+    inicio = 1234;
+    budget(go);
+    EXPECT_EQ(inicio, 1234) << go;
+  }
 }
 
 TEST(GoPreparation, TotalsOfZeroGiveSomeDrawValue) {

@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -352,6 +354,98 @@ TEST(Options, NeedEveryLetterOfTheirFingerprint) {
   }
 }
 
+// Three rows look at the columns of this line, each for a setting in a column of its own.
+TEST(Options, OneLineMaySetSeveral) {
+  std::string line(44, '?');
+  line[0] = 's';
+  line[8] = line[10] = 'n';
+  line[15] = 'P';
+  line[17] = 's';
+  line[20] = 'i';
+  line[26] = 'r';
+  line[37] = 'v';
+  line[41] = 'f';  // Positional matrices
+  line[42] = '7';  // Positional relevance
+  line[43] = 'm';  // Positive float filter
+  auto expected = variables();
+  expected["matrix"] = 0;
+  expected["PM"] = 7;
+  expected["Positive_filter"] = expected["Positive_filterp"] = 1;
+  send(line);
+  EXPECT_EQ(variables(), expected);
+}
+
+// --- In the dialogue ---
+
+using Lines = std::vector<std::string>;
+
+// Games that no book knows, and a go line that searches the root moves alone.
+const std::string fen_with_moves = "position fen 7k/p7/8/8/8/8/7P/K7 w - - 0 1 moves";
+const std::string white_to_play = fen_with_moves + " a1a2 h8h7";
+const std::string black_to_play = fen_with_moves + " a1a2";
+const std::string shortest_go = "go wtime 9 btime 9";
+
+void restore_defaults() {
+  for (const Opcao& o : opcoes())
+    if (o.tipo != Tipo::button) set(std::string(o.nome), std::string(o.padrao));
+  positfilter = negatfilter = 100;
+}
+
+// Of an option with a working copy the one that searches leave alone.
+const std::string& setting_slot(const Row& row) {
+  return row.variables.back();
+}
+
+// Sets the option to something else between the other lines of a dialogue; has it been heard?
+bool heard(const Row& row, Lines lines, const Lines& after) {
+  const double before = variables().at(setting_slot(row));
+  const auto other = std::ranges::find_if(
+      row.settings, [&](const auto& setting) { return setting.second != before; });
+  lines.push_back("setoption name " + row.name + " value " + other->first);
+  lines.insert(lines.end(), after.begin(), after.end());
+  lab::dialogue(lines);
+  const double now = variables().at(setting_slot(row));
+  EXPECT_TRUE(now == before || now == other->second);
+  return now == other->second;
+}
+
+TEST(OptionsInTheDialogue, AreHeardBeforeTheFirstPositionAndAfterEachAnswerOnly) {
+  for (const Row& row : rows()) {
+    SCOPED_TRACE(row.name);
+    EXPECT_TRUE(heard(row, {}, {}));
+    EXPECT_FALSE(heard(row, {white_to_play}, {shortest_go}));
+    EXPECT_FALSE(heard(row, {black_to_play}, {shortest_go}));
+    EXPECT_TRUE(heard(row, {white_to_play, shortest_go}, {}));
+    EXPECT_TRUE(heard(row, {black_to_play, shortest_go}, {}));
+  }
+  restore_defaults();
+}
+
+TEST(OptionsInTheDialogue, OutliveEveryPositionLine) {
+  for (const Row& row : rows()) {
+    const auto other = std::ranges::find_if(
+        row.settings, [&](const auto& setting) { return setting.second != row.start; });
+    set(row.name, other->first);
+  }
+  set("Deep", "0");
+  const auto before = variables();
+  const std::string fen = "position fen 4k3/p7/8/8/8/8/7P/4K3 w - - 0 1";
+  for (const Lines& lines :
+       {Lines{"ucinewgame"}, Lines{"uci"}, Lines{"position startpos"},
+        Lines{"position startpos moves e2e4"}, Lines{white_to_play, shortest_go},
+        Lines{fen, shortest_go}, Lines{fen + " moves e1e2", shortest_go}}) {
+    lab::dialogue(lines);
+    const auto now = variables();
+    const std::set<std::string> working = {"SEARCH_E", "EXTRA_EVAL", "Positive_filter",
+                                           "Negative_filter"};
+    for (const auto& [name, value] : now) {
+      if (working.contains(name)) continue;
+      EXPECT_EQ(value, before.at(name)) << name << " after " << lines.front();
+    }
+  }
+  restore_defaults();
+}
+
 TEST(Options, ButtonClearMemoryForgetsTheAnswers) {
   limpa_memoria();
   hash_mem_build(1000);
@@ -379,6 +473,45 @@ TEST(Options, ButtonClearDeepMemoryEmptiesAllSixTables) {
   ASSERT_EQ(indices(), std::vector<int>(6, 1));
   send("setoption name Clear deep memory");
   EXPECT_EQ(indices(), std::vector<int>(6, 0));
+}
+
+// Presses a button by a line; has something been forgotten?
+template <class F>
+bool forgets(const std::string& line, F records) {
+  guarda_linha("x");
+  hash_mem_build(1000);
+  tabela_de<4, Cor::p>().abre({});
+  tabela_de<4, Cor::p>().fecha(1);
+  send(line);
+  return records() == 0;
+}
+
+TEST(Options, ButtonsAreToldByTheirFingerprint) {
+  const auto answers = [] { return indice_da_memoria(); };
+  const auto positions = [] { return tabela_de<4, Cor::p>().indice(); };
+  std::string line(22, '?');
+  line[0] = 's';
+  line[8] = line[10] = 'n';
+  line[15] = 'C';
+  line[17] = 'e';
+  line[21] = 'm';
+  EXPECT_TRUE(forgets(line, answers));
+  EXPECT_FALSE(forgets(line, positions));
+  for (const std::size_t column : {0U, 8U, 10U, 15U, 17U, 21U}) {
+    std::string spoilt = line;
+    spoilt[column] = '!';
+    EXPECT_FALSE(forgets(spoilt, answers)) << column;
+  }
+  line[21] = 'd';
+  EXPECT_TRUE(forgets(line, positions));
+  EXPECT_FALSE(forgets(line, answers));
+  for (const std::size_t column : {0U, 8U, 10U, 15U, 17U, 21U}) {
+    std::string spoilt = line;
+    spoilt[column] = '!';
+    EXPECT_FALSE(forgets(spoilt, positions)) << column;
+  }
+  EXPECT_FALSE(forgets("setoption name  Clear memory", answers)) << "one blank more";
+  EXPECT_FALSE(forgets("setoption name  Clear deep memory", positions));
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
+#include <vector>
 
 #include "board/state.h"
 #include "eval/knobs.h"
@@ -12,9 +14,12 @@
 #include "frontend/report.h"
 #include "memory/game_memory.h"
 #include "memory/ply_tables.h"
+#include "root/driver.h"
 #include "root/first_ply.h"
 #include "support/lab.h"
+#include "support/referee.h"
 #include "tree/clock.h"
+#include "tree/knobs.h"
 
 namespace korvu {
 namespace {
@@ -184,6 +189,150 @@ TEST(MoveList, TheRootColourInForceOrientsTheReplay) {
   EXPECT_EQ(materialflot0, 10);
 }
 
+// --- What each kind of position line resets ---
+
+constexpr Caminho every_kind[] = {Caminho::primeiro_lance, Caminho::um_lance,
+                                  Caminho::lista_ou_fen};
+
+const char* name_of(Caminho kind) {
+  return kind == Caminho::primeiro_lance ? "first move"
+         : kind == Caminho::um_lance     ? "one move"
+                                         : "list or FEN";
+}
+
+// Everything that some position line resets, at a value that none gives.
+void stir() {
+  IIDS = pempatee = FULL3 = FULL4 = FULL5 = Y = deeppromo = SEARCH_E = DEEP9 = EXTRA_EVAL = 9;
+  joga_com_b = SCAN1 = SCANT = joga_c_fen = 9;
+  EP = E = alfa0 = ALFA0 = materialflot0 = materialba = materialpa = 9;
+  materialmaiorb = materialmaiorp = 9;
+  curr = DEEP = dddep = peca = roque_b = roque_p = nb = inicio = tempo = emp = emppp = 99;
+  npecasb = npecasp = npecasbdp = npecaspdp = 99;
+  nodes = 99;
+  duplos.pb.fill(9);
+  duplos.pp.fill(9);
+  jm = {9, 9, 9, 9, 9, 9};
+  PR = PRs = PRe = 'x';
+  melhor = {9, 9, 9, 9};
+  guardado.fill({9, 9, 9, 9});
+  guardado_g.fill({9, 9, 9, 9});
+  tab.fill(9);
+  for (Tabuleiro& t : tabr1) t.fill(9);
+  MAXcut.fill(9);
+  empp = 3;
+  lab::clock_at(1234);
+}
+
+void reset(Caminho kind, std::uint8_t extension = 1) {
+  SEARCH_EE = extension;
+  stir();
+  zera_jogo(kind);
+  SEARCH_EE = 1;
+  empp = -5;
+}
+
+TEST(PositionLines, OfEveryKindResetTheGame) {
+  for (const Caminho kind : every_kind) {
+    SCOPED_TRACE(name_of(kind));
+    reset(kind);
+    EXPECT_EQ(inicio, 1234);
+    EXPECT_EQ(IIDS, 1);
+    EXPECT_EQ(pempatee, 1);
+    for (const int cleared :
+         {+FULL3, +FULL4, +FULL5, +Y, curr, DEEP, dddep, peca, roque_b, roque_p, +deeppromo})
+      EXPECT_EQ(cleared, 0);
+    EXPECT_EQ(EP, 0);
+    EXPECT_EQ(E, -10000000);
+    EXPECT_EQ(alfa0, -16500);
+    EXPECT_EQ(ALFA0, -16500);
+    EXPECT_EQ(nb, 1);
+    EXPECT_EQ(doubles(), "");
+    EXPECT_EQ((std::string{PR, PRs, PRe}), "000");
+    EXPECT_EQ(melhor, sem_lance);
+    for (std::size_t n = 1; n <= 23; ++n) {
+      EXPECT_EQ(guardado[n], sem_lance) << n;
+      EXPECT_EQ(guardado_g[n], sem_lance) << n;
+    }
+    for (const Tabuleiro& t : tabr1) ASSERT_EQ(std::count(t.begin(), t.end(), 1), 64);
+    for (const std::uint8_t extension : {0, 1}) {
+      reset(kind, extension);
+      EXPECT_EQ(SEARCH_E, extension);
+    }
+  }
+}
+
+TEST(PositionLines, OfTheFirstTwoPliesResetWhatTheirShortScanNeeds) {
+  for (const Caminho kind : {Caminho::primeiro_lance, Caminho::um_lance}) {
+    SCOPED_TRACE(name_of(kind));
+    EXTRA_EVALL = 0;
+    reset(kind);
+    EXPECT_EQ(EXTRA_EVAL, 1) << "whatever the option says";
+    EXTRA_EVALL = 1;
+    EXPECT_EQ(DEEP9, 0);
+    EXPECT_EQ(tempo, 180000);
+    EXPECT_EQ(joga_c_fen, 0);
+    EXPECT_EQ(flags(), "000000");
+    EXPECT_EQ(joga_com_b, kind == Caminho::primeiro_lance);
+    EXPECT_EQ(nodes, 0U);
+    EXPECT_EQ(materialflot0, 0);
+    for (const float total : {materialba, materialpa}) EXPECT_EQ(total, 510);
+    for (const float total : {materialmaiorb, materialmaiorp}) EXPECT_EQ(total, 320);
+    for (const int men : {npecasb, npecasp}) EXPECT_EQ(men, 15);
+    for (const int officers : {npecasbdp, npecaspdp}) EXPECT_EQ(officers, 7);
+    EXPECT_EQ(emp, 3 - 10);
+    EXPECT_EQ(emppp, 3 - 10);
+    EXPECT_EQ(SCAN1, 0);
+    EXPECT_EQ(SCANT, 1);
+    for (std::size_t n = 0; n < 24; ++n)
+      EXPECT_EQ(MAXcut[n], 15400 - 1100 * static_cast<float>(n / 2)) << n;
+    EXPECT_EQ(man("e1"), 110);
+    EXPECT_EQ(man("d8"), -90);
+    EXPECT_EQ(std::count(tab.begin(), tab.end(), vazia), 32);
+  }
+}
+
+TEST(PositionLines, OfLongerGamesLeaveTheRestToThePreparation) {
+  reset(Caminho::lista_ou_fen);
+  EXPECT_EQ(emp, 3);
+  for (const int left : {tempo, emppp, npecasb, npecasp, npecasbdp, npecaspdp}) EXPECT_EQ(left, 99);
+  for (const int left : {+EXTRA_EVAL, +DEEP9, +joga_com_b, +SCAN1, +SCANT}) EXPECT_EQ(left, 9);
+  for (const float left : {materialflot0, materialba, materialpa, materialmaiorb, MAXcut[7]})
+    EXPECT_EQ(left, 9);
+  EXPECT_EQ(nodes, 99U);
+  EXPECT_EQ(std::count(tab.begin(), tab.end(), 9), 64);
+  EXPECT_EQ(jm.R_b_jm, 9);
+}
+
+// A record in each of the six tables; afterwards, how many each still has: plies 3 to 5 of White's
+// searches, then of Black's.
+std::vector<int> records_after(Caminho kind, bool tables_in_use) {
+  const auto all = [] {
+    return std::array{&tabela_de<3, Cor::b>(), &tabela_de<4, Cor::p>(), &tabela_de<5, Cor::b>(),
+                      &tabela_de<3, Cor::p>(), &tabela_de<4, Cor::b>(), &tabela_de<5, Cor::p>()};
+  }();
+  limpa_tabelas<Cor::b>();
+  limpa_tabelas<Cor::p>();
+  for (TabelaDeLance* t : all) {
+    t->abre({});
+    t->fecha(1);
+  }
+  HASHf = tables_in_use;
+  zera_jogo(kind);
+  HASHf = 1;
+  std::vector<int> left;
+  for (const TabelaDeLance* t : all) left.push_back(t->indice());
+  return left;
+}
+
+TEST(PositionLines, OfTheFirstTwoPliesEmptyTheTablesOfTheirColour) {
+  using Left = std::vector<int>;
+  EXPECT_EQ(records_after(Caminho::primeiro_lance, true), (Left{0, 0, 0, 1, 1, 1}));
+  EXPECT_EQ(records_after(Caminho::um_lance, true), (Left{1, 1, 1, 0, 0, 0}));
+  EXPECT_EQ(records_after(Caminho::lista_ou_fen, true), (Left{1, 1, 1, 1, 1, 1}));
+  for (const Caminho kind : every_kind)
+    EXPECT_EQ(records_after(kind, false), (Left{1, 1, 1, 1, 1, 1})) << name_of(kind);
+}
+
 TEST(FirstMoves, ResetTheCounters) {
   materialba = 1;
   zera_jogo(Caminho::primeiro_lance);
@@ -216,6 +365,68 @@ TEST(FirstMoves, AOneMoveLineIsPlayedButNotRecorded) {
   EXPECT_EQ(doubles(), "e");
   EXPECT_EQ(nb, 1);
   EXPECT_EQ(tabr1[0][0], 1);
+}
+
+// --- What an answer leaves on the board ---
+
+void expect_board_after(const std::vector<std::string>& moves) {
+  referee::Position p = referee::Position::start();
+  for (const std::string& m : moves)
+    p = p.after({static_cast<int>(lab::square(m.substr(0, 2))),
+                 static_cast<int>(lab::square(m.substr(2, 2))), 0});
+  for (int s = 0; s < 64; ++s) {
+    const int value = com_sinal(tab[static_cast<std::size_t>(s)]);
+    const std::size_t kind = std::string_view(" PNBRQKpnbrqk").find(p.at(s));
+    const int values[] = {0, 10, 32, 33, 50, 90, 110, -10, -32, -33, -50, -90, -110};
+    EXPECT_EQ(value, values[kind]) << referee::square_name(s);
+  }
+}
+
+TEST(Answers, OfTheBookAreNotPlayed) {
+  lab::dialogue({"position startpos moves a2a3 a7a6", "go wtime 9 btime 9"});
+  EXPECT_EQ(lab::dialogue({"position startpos"}), std::vector<std::string>{"bestmove e2e4"});
+  expect_board_after({});
+  EXPECT_EQ(nodes, 0U);
+  lab::dialogue({"position startpos moves d2d4"});
+  expect_board_after({"d2d4"});
+  lab::dialogue({"position startpos moves e2e4 c7c5"});
+  expect_board_after({"e2e4", "c7c5"});
+}
+
+TEST(Answers, OfAShortScanArePlayed) {
+  const auto ask = [](const std::string& line) {
+    const auto answered =
+        lab::dialogue({"setoption name Own book value false", "setoption name Deep value 0", line,
+                       "setoption name Own book value true", "setoption name Deep value 9"});
+    EXPECT_EQ(answered.size(), 2U);
+    EXPECT_TRUE(answered.back().starts_with("bestmove ")) << answered.back();
+    return answered.back().substr(9);
+  };
+  const std::string first = ask("position startpos");
+  expect_board_after({first});
+  const std::string reply = ask("position startpos moves c2c4");
+  expect_board_after({"c2c4", reply});
+}
+
+// The short scan goes as deep as the option says, and so lives by the hard limit: a share of 180
+// seconds, by 30 men a fifteenth.
+TEST(Answers, OfAShortScanComeByTheHardLimit) {
+  static int readings, early_cuts;
+  readings = early_cuts = 0;
+  relogio = [] {
+    ++readings;
+    if (readings <= 5) early_cuts += corte_MAXcut;
+    return readings == 1 ? 0 : readings < 5 ? 11999 : 12000;
+  };
+  const auto answered = lab::dialogue({"setoption name Own book value false", "position startpos",
+                                       "setoption name Own book value true"});
+  EXPECT_GE(readings, 5);
+  EXPECT_EQ(early_cuts, 0) << "until the limit strikes the scan goes on";
+  EXPECT_EQ(corte_MAXcut, 1);
+  ASSERT_EQ(answered.size(), 3U);
+  EXPECT_NE(answered.front().find(" depth 18 "), std::string::npos) << answered.front();
+  EXPECT_TRUE(answered.back().starts_with("bestmove ")) << answered.back();
+  lab::clock_at(0);
 }
 
 constexpr char start[] = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR";
@@ -273,6 +484,23 @@ TEST(Fen, EnPassantFieldSetsTheFileOfItsColour) {
       EXPECT_EQ(doubles(), "") << none;
     }
   }
+}
+
+TEST(Fen, CharactersWithoutAMeaningAreSkippedInEveryRank) {
+  tab.fill(vazia);
+  fen("4k3/8/ 8/1 P6/8/8/8/4/K3 w - - 0 1");  // a blank ends the lowest rank, a stroke the others
+  EXPECT_EQ(man("e8"), -110);
+  EXPECT_EQ(man("b5"), 10);
+  EXPECT_EQ(man("e1"), 110);
+  EXPECT_EQ(joga_com_b, 1);
+  EXPECT_EQ(std::count(tab.begin(), tab.end(), vazia), 61);
+}
+
+TEST(Fen, TheCastlingFieldIsReadForFiveColumns) {
+  fen(std::string(start) + " w xxxxK - 0 1");
+  EXPECT_EQ(flags(), "011011");
+  fen(std::string(start) + " w xxxxxK - 0 1");
+  EXPECT_EQ(flags(), "111111");
 }
 
 TEST(Fen, MovesAreReplayed) {

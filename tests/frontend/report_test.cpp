@@ -79,6 +79,24 @@ TEST_F(Report, NoOffsetOnceItHasRisen) {
   for (const int depth : {0, 7, 8, 9, 23}) EXPECT_EQ(closing_value(5, depth), 50);
 }
 
+TEST_F(Report, BeyondTheLastPlyThereIsNoClosingLineButAMate) {
+  EP = 5;
+  deep = 23;
+  EXPECT_EQ(closing(), "info score cp 50 depth 11 nodes 4321 pv e2e4\n");
+  deep = 24;
+  EXPECT_EQ(closing(), "");
+  EP = -3300;
+  EXPECT_EQ(closing(), "info score mate -12  depth 11 nodes 4321 pv e2e4\n");
+}
+
+TEST_F(Report, ALargeScoreIsAMateOnlyWhenItIsOneExactly) {
+  EXPECT_EQ(closing_value(15400.001F, 9), 154000);
+  EXPECT_EQ(closing_value(3299.75F, 9), 32997);
+  EXPECT_EQ(closing_value(-3300.5F, 9), -33005);
+  EXPECT_EQ(closing_value(16500, 9), 165000);
+  EXPECT_EQ(closing_value(2200, 9), 22000);
+}
+
 TEST_F(Report, ValuesAreCutTowardZero) {
   EXPECT_EQ(closing_value(0.99F, 9), 9);
   EXPECT_EQ(closing_value(-0.99F, 9), -9);
@@ -169,6 +187,30 @@ TEST_F(Report, TheOffsetTakesPartInThatLimit) {
   EXPECT_TRUE(running().starts_with("info score cp -150 "));
   beta1 = -5.25F;
   EXPECT_EQ(running(), "info nps 4000\n");
+}
+
+TEST_F(Report, AHiddenLineCountsForTheDeepestPly) {
+  FULL_inf = 0;
+  beta1 = -100;
+  EXPECT_EQ(running(), "info nps 4000\n");
+  EXPECT_EQ(dddep, 11);
+}
+
+TEST_F(Report, ARunningLineReadsTheClockOnce) {
+  static int readings;
+  readings = 0;
+  relogio = [] { return 5000 + 500 * readings++; };
+  EXPECT_NE(running().find(" time 1000 "), std::string::npos);
+  EXPECT_EQ(readings, 1);
+  closing();
+  EXPECT_EQ(readings, 1) << "the closing line tells no time";
+}
+
+TEST_F(Report, TheSpeedMovesInStepsOfAThousand) {
+  nodes = 1999;
+  EXPECT_NE(running().find("\ninfo nps 1000\n"), std::string::npos);
+  nodes = 999;
+  EXPECT_NE(running().find("\ninfo nps 0\n"), std::string::npos);
 }
 
 TEST_F(Report, TheDeepestPlyOfTheSearchIsKept) {

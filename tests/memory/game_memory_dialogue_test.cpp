@@ -96,6 +96,23 @@ TEST_F(GameMemoryDialogue, ASmallerBudgetIsAnsweredByAGreaterRecord) {
   EXPECT_EQ(shallow.bestmove, deep.bestmove);
 }
 
+// Every search sets out at depth 9 at most, but the record tells how far it came.
+TEST_F(GameMemoryDialogue, ARecordHasTheDepthThatTheSearchReached) {
+  const std::string ending = "position fen 7k/8/8/8/8/8/P7/K7 b - - 0 1 moves h8h7";
+  const auto known_at = [&](int depth) {
+    korvu::guarda_linha(ending);
+    korvu::deep = depth;
+    korvu::hash_mem_scan(300000);
+    return korvu::mem_TEST == 1;
+  };
+  ask(ending, deeper_go);  // with a single pawn a clock of three figures searches three plies
+  EXPECT_TRUE(known_at(3));
+  EXPECT_FALSE(known_at(5));
+  lab::dialogue({"setoption name Deep value 6", ending, "go", "setoption name Deep value 9"});
+  EXPECT_TRUE(known_at(11));
+  EXPECT_FALSE(known_at(13));
+}
+
 TEST_F(GameMemoryDialogue, AnotherLineToTheSamePositionIsAnotherQuestion) {
   ask(fen_position, short_go);
   EXPECT_TRUE(searched(ask(fen_position + " ", short_go)));
@@ -136,6 +153,19 @@ TEST_F(GameMemoryDialogue, SwitchedOffItNeitherAnswersNorWrites) {
   EXPECT_TRUE(searched(ask(position, short_go)));
   EXPECT_TRUE(searched(ask(position, deeper_go)));
   EXPECT_EQ(korvu::indice_da_memoria(), 1);
+}
+
+// The mark of the last hit is gone with the next go, even when the memory is not asked: the move
+// that is found is played.
+TEST_F(GameMemoryDialogue, SwitchedOffAfterAnAnswerTheNextSearchIsASearch) {
+  ask(position, short_go);
+  ask(position, short_go);
+  ASSERT_EQ(korvu::mem_TEST, 1);
+  const korvu::Tabuleiro unplayed = korvu::tab;
+  lab::dialogue({"setoption name Memory value false"});
+  EXPECT_TRUE(searched(ask(position, short_go)));
+  EXPECT_EQ(korvu::mem_TEST, 0);
+  EXPECT_NE(korvu::tab, unplayed);
 }
 
 TEST_F(GameMemoryDialogue, TheButtonClearsItAtAnyTime) {

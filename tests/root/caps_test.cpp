@@ -7,6 +7,8 @@
 #include <array>
 #include <cmath>
 #include <initializer_list>
+#include <iterator>
+#include <random>
 #include <vector>
 
 #include "eval/knobs.h"
@@ -305,6 +307,98 @@ TEST(Caps, EverySchemeGoesWithEveryOther) {
           expect_odd(c, negative == 3 ? 40 : 90);
       }
   });
+}
+
+// --- Against the rules told ply by ply ---
+
+bool lone(float total, int men) {
+  for (const Lone& l : lone_sides)
+    if (total == l.total && (total == 110 || men == l.men)) return true;
+  return false;
+}
+
+struct Told {
+  int positive, negative;
+  const Balance& b;
+  double gain, loss;  // what the root side stands to gain and the other side to lose
+
+  Told(int p, int n, const Balance& balance) : positive(p), negative(n), b(balance) {
+    const double quotient =
+        static_cast<double>(b.weight) * std::log(static_cast<double>(b.own) / b.other);
+    gain = b.peca + b.mf + quotient;
+    loss = -b.mf - quotient;
+  }
+  // The one of the values that the balance's band selects.
+  double band(double behind, double level, double ahead, double far_ahead) const {
+    return b.mf <= -33 ? behind : b.mf < 50 ? level : b.mf < 90 ? ahead : far_ahead;
+  }
+  bool root_lone() const { return lone(b.own, b.own_men); }
+  bool other_lone() const { return lone(b.other, b.other_men); }
+  static double rung(int n) { return ladder[static_cast<std::size_t>(n)]; }
+
+  double even_cap(int n) const {
+    if (n > 16) return even_cap(16);
+    const bool deep_enough = n >= 6;
+    if (positive == 1) return deep_enough ? 100 + gain : rung(n);
+    if (positive == 2) {
+      if (root_lone() && n > 0) return 90 + gain;
+      if (!deep_enough) return rung(n);
+      if (other_lone()) return b.other == 110 && b.own >= 160 ? 1100 : rung(n);
+      return b.mf <= -33 ? 1100 : band(0, 100, 90, 90) + gain;
+    }
+    if (positive == 3) {
+      if (root_lone()) return 50 + gain;
+      if (deep_enough) return band(50, 32, 33, 10) + gain;
+      return n == 0 && b.own_men + b.other_men > 20 ? 33 + gain : rung(n);
+    }
+    return rung(n);
+  }
+  double odd_cap(int n) const {
+    if (n > 17) return odd_cap(17);
+    const bool deep_enough = n >= 5;
+    if (negative == 1) return deep_enough ? 100 + loss : rung(n);
+    if (negative == 0 || root_lone()) return rung(n);
+    if (other_lone()) return 33 + loss;
+    if (!deep_enough) return rung(n);
+    if (negative == 2) return b.mf <= -33 ? 1100 : band(0, 100, 90, 90) + loss;
+    return band(90, 50, 32, 33) + loss;
+  }
+};
+
+TEST(Caps, AgreeWithTheRulesOverManyBalances) {
+  std::mt19937 dice(17);
+  const auto one_of = [&](const auto& list) { return list[dice() % std::size(list)]; };
+  const float totals[] = {110, 120, 142, 143, 159, 160, 174, 175, 330, 510};
+  const int men[] = {0, 1, 2, 3, 10, 11, 15};
+  const float balances[] = {-300, -34, -33, -32, 0, 49, 50, 89, 90, 400};
+  const int taken[] = {0, 10, -33, 90};
+  int lone_roots = 0, lone_others = 0;
+  each_colour([&]<Cor root>() {
+    for (int k = 0; k < 400; ++k) {
+      const Balance b = {one_of(totals),
+                         one_of(totals),
+                         one_of(men),
+                         one_of(men),
+                         one_of(balances),
+                         one_of(taken),
+                         static_cast<float>(dice() % 11)};
+      for (int positive = 0; positive < 4; ++positive) {
+        const int negative = static_cast<int>(dice() % 4);
+        const Told told(positive, negative, b);
+        const auto c = caps<root>(positive, negative, b);
+        for (int n = 0; n < 24; ++n)
+          ASSERT_NEAR(c[static_cast<std::size_t>(n)],
+                      n % 2 == 0 ? told.even_cap(n) : told.odd_cap(n), 1e-3)
+              << "cap " << n << ", schemes " << positive << ' ' << negative << ", " << b.own << " ("
+              << b.own_men << ") to " << b.other << " (" << b.other_men << "), balance " << b.mf
+              << ", taken " << b.peca << ", weight " << b.weight;
+        lone_roots += told.root_lone();
+        lone_others += told.other_lone();
+      }
+    }
+  });
+  EXPECT_GT(lone_roots, 300);
+  EXPECT_GT(lone_others, 300);
 }
 
 }  // namespace
