@@ -125,6 +125,17 @@ TEST(Driver, APassBeginsWithoutCastlingMarks) {
   });
 }
 
+TEST(Driver, AnEndLeftByAnEarlierSearchEndsNothing) {
+  each_colour([]<Cor root>() {
+    for (const int depth : {5, 9}) {
+      prepare(told_for<root>(locked), depth);
+      corte_MAXcut = 1;  // a mate was played, or the time was up
+      procura<root>();
+      EXPECT_EQ(passes(), depth == 5 ? "T/5 " : "1/9 T/9 ");
+    }
+  });
+}
+
 // --- One move, or none ---
 
 TEST(Driver, WithOneMoveThePrePassIsEnough) {

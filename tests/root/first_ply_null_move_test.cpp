@@ -63,7 +63,7 @@ TEST(FirstPlyNullMove, NeedsEveryOneOfItsConditions) {
     EXPECT_TRUE(ends([] { npecas<outra(root)>() = 5; }));
     EXPECT_FALSE(ends([] { npecas<outra(root)>() = 4; }));
     EXPECT_FALSE(ends([] { alfa0 = -0.5; })) << "two moves do make it better";
-    EXPECT_FALSE(ends([] { deep = 6; })) << "too shallow";
+    EXPECT_FALSE(ends([] { deep = 6, alfa0 = 5; })) << "too shallow";
     EXPECT_EQ(curr, 1);
   });
 }

@@ -244,6 +244,10 @@ TEST(FirstPly, RepliesEndWhenOneRefutesTheMove) {
     MAXcut[1] = -1;
     first_ply<root>("d1e1");
     EXPECT_EQ(nodes, 1U) << "the cap of ply 1";
+    at_depth(told_for<root>(locked), 1);
+    alfa0 = 16500;  // not even the start value lies above
+    first_ply<root>("d1e1");
+    EXPECT_EQ(nodes, 0U);
   });
 }
 
