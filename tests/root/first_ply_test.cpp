@@ -215,6 +215,48 @@ TEST(FirstPly, LeavesNoMarks) {
   });
 }
 
+// Everything that an earlier move may have left at ply 1.
+template <Cor root>
+void leave_old_marks() {
+  corte_alfa[0] = 1;
+  XEQUE_MATE[1] = X_D[1] = 0;
+  nd = 9;
+  beta1 = -16000;
+  BETA1 = -16000;
+  duplo<root>(duplos_D[1])[0] = 1;
+  jm_D[1] = {1, 1, 1, 1, 1, 1};
+  tabd[1].fill(vazia);
+}
+
+TEST(FirstPly, NothingOfAnEarlierMoveStands) {
+  each_colour([]<Cor root>() {
+    at_depth(told_for<root>(mates), 1);
+    leave_old_marks<root>();
+    first_ply<root>("h6g7");
+    EXPECT_EQ(beta1, 15400);
+    // The rights and the double step of the position are those of the reply.
+    at_depth(told_for<root>("r3k2r/8/8/8/3p4/8/4P3/4K3 w kq - 0 1"), 1);
+    leave_old_marks<root>();
+    first_ply<root>("e2e4");
+    constexpr std::uint32_t kings = 5 + 2, rooks = 2 * 7 + 3 + 2, pawns = 2;
+    EXPECT_EQ(nodes, kings + rooks + pawns) << "castlings and the capture in passing among them";
+  });
+}
+
+TEST(FirstPly, EverySearchOfAMoveCountsItsRepliesAfresh) {
+  each_colour([]<Cor root>() {
+    // A null move that fails, the shallow search, the capped one and the second one.
+    at_depth(told_for<root>(locked), 9);
+    PVS = SCANT = NULL_MOVE = 1;
+    npecas<root>() = 3;  // too few for a null move at ply 2
+    alfa0 = -1;
+    ALFA0 = -3;
+    first_ply<root>("d1e1");
+    EXPECT_EQ(LMRtest, 1) << "all four have run";
+    EXPECT_EQ(currN[2], 2) << "the king on d8 has two moves";
+  });
+}
+
 TEST(FirstPly, CountersOfTheRepliesStartAfresh) {
   each_colour([]<Cor root>() {
     at_depth(told_for<root>(locked), 1);
