@@ -177,6 +177,17 @@ TEST(Driver, WithoutAMoveTheOldOneStays) {
   });
 }
 
+TEST(Driver, TheStoredMovesOutliveThePasses) {
+  each_colour([]<Cor root>() {
+    prepare(told_for<root>(locked), 9, 11);
+    constexpr Lance nowhere = {7, 3, 7, 4};  // nobody stands there, and nothing is ever taken
+    guardado_g[1] = guardado_g[5] = nowhere;
+    procura<root>();
+    EXPECT_EQ(guardado_g[1], nowhere);
+    EXPECT_EQ(guardado_g[5], nowhere);
+  });
+}
+
 // --- The tables ---
 
 TEST(Driver, TheTablesAreClearedAfterThePrePass) {

@@ -131,7 +131,7 @@ TEST(EarlyReduction, LooksAtNoKindOfMoveButSparesChecks) {
 }
 
 TEST(EarlyReduction, SparesASideInCheck) {
-  each_node<4, 9>([]<int N, Cor cor>() {
+  each_node<2, 9>([]<int N, Cor cor>() {
     SCOPED_TRACE(at<cor>(N));
     // The lone king's moves alone make the tree; at even plies every reply is then a cut.
     const auto shallow = [] {
