@@ -579,6 +579,14 @@ TEST(KingsLoop, FindsTheOnlyMoveThereIs) {
   });
 }
 
+TEST(CaptureLoops, NeverTakeAKing) {
+  on_every_ply([](int n, Seen seen) {
+    // A pawn's step, three steps of the king, seven of the rook up to the king that it attacks.
+    open(n, seen, "8/8/8/R2k4/4P3/8/8/7K w - - 0 1");
+    EXPECT_EQ(run_phases(n, seen), 1U + 3U + (2U + 3U + 4U));
+  });
+}
+
 TEST(PawnsLoop, TakesInPassingOnlyAfterADoubleStep) {
   on_every_ply([](int n, Seen seen) {
     const kit::Loop pawn = kit::livre(kit::members(n, seen.white), Peca::peao);

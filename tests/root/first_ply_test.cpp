@@ -2,6 +2,7 @@
 // counter, the report and the line.
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include "root/root_lab.h"
@@ -254,6 +255,37 @@ TEST(FirstPly, EverySearchOfAMoveCountsItsRepliesAfresh) {
     first_ply<root>("d1e1");
     EXPECT_EQ(LMRtest, 1) << "all four have run";
     EXPECT_EQ(currN[2], 2) << "the king on d8 has two moves";
+  });
+}
+
+TEST(FirstPly, EverySearchOfAMoveIsMarkedAsOneAndMeasuresItsOwnDepth) {
+  each_colour([]<Cor root>() {
+    at_depth(told_for<root>(locked), 13);  // so that all four read the clock
+    PVS = SCANT = NULL_MOVE = 1;
+    npecas<root>() = 3;
+    alfa0 = -1;
+    ALFA0 = -3;
+    TC = 1;
+    std::set<int> before;  // depths of the null move and of the shallow search
+    int capped = 0, second = 0;
+    tree_lab::clock_says([&] {
+      EXPECT_EQ(deeppromo, 1);
+      if (PVSm) {
+        ++capped;
+        ddep = 99;
+      } else if (LMRtest) {
+        ++second;
+      } else {
+        before.insert(deep);
+      }
+      return 0;
+    });
+    first_ply<root>("d1e1");
+    EXPECT_EQ(before, (std::set<int>{9, 11}));
+    EXPECT_GE(capped, 1);
+    EXPECT_GE(second, 1);
+    EXPECT_EQ(ddep, 0) << "no leaf is scanned";
+    EXPECT_EQ(deeppromo, 0);
   });
 }
 
