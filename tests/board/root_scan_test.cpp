@@ -114,6 +114,18 @@ TEST(ExpanderScan, APawnTakesToTheRightThenToTheLeftThenInPassing) {
     EXPECT_EQ(generated(seen, "7k/8/5n2/4Pp2/8/8/8/K7 w - f6 0 1", pawn, "e5"), "");  // not empty
     EXPECT_EQ(generated(seen, "7k/8/4P3/5p2/8/8/8/K7 w - f6 0 1", pawn, "e6"), "");
     EXPECT_EQ(generated(seen, "7k/8/8/p6P/8/8/8/K7 w - a6 0 1", pawn, "h5"), "");
+    // Both neighbours at once, as no game has them: to the right first.
+    kit::open_root(seen.fen("7k/8/8/3pPp2/8/8/8/K7 w - f6 0 1"));
+    (seen.white ? duplos.pp : duplos.pb)[3] = 1;
+    matrix = 0;
+    std::string both;
+    std::set<int> ratings;
+    for (const kit::RootMove& m : kit::expanded(pawn, seen.square("e5"))) {
+      both += seen.move(m.move) + ' ';
+      ratings.insert(m.rating);
+    }
+    EXPECT_EQ(both, "e5f6 e5d6 ");
+    EXPECT_EQ(ratings.size(), 1U) << "else the order says nothing";
     // Captures in passing stand with the captures of pawns alone.
     for (const Classe k : all_classes) {
       const Expansor other = {k, Xeque::sh, Peca::peao};
