@@ -579,6 +579,14 @@ TEST(KingsLoop, FindsTheOnlyMoveThereIs) {
   });
 }
 
+TEST(CaptureLoops, NeverTakeAKing) {
+  on_every_ply([](int n, Seen seen) {
+    // A pawn's step, three steps of the king, seven of the rook up to the king that it attacks.
+    open(n, seen, "8/8/8/R2k4/4P3/8/8/7K w - - 0 1");
+    EXPECT_EQ(run_phases(n, seen), 1U + 3U + (2U + 3U + 4U));
+  });
+}
+
 TEST(PawnsLoop, TakesInPassingOnlyAfterADoubleStep) {
   on_every_ply([](int n, Seen seen) {
     const kit::Loop pawn = kit::livre(kit::members(n, seen.white), Peca::peao);
@@ -588,11 +596,21 @@ TEST(PawnsLoop, TakesInPassingOnlyAfterADoubleStep) {
     EXPECT_EQ(run(pawn, seen, "d5"), 2U);
     open(n, seen, "7k/8/8/2pPp3/8/8/8/K7 w - e6 0 1");
     EXPECT_EQ(run(pawn, seen, "d5"), 2U);
+    // Not onto a man.
+    open(n, seen, "7k/8/4n3/3Pp3/8/8/8/K7 w - e6 0 1");
+    EXPECT_EQ(run(pawn, seen, "d5"), 1U);
     // Not from another rank, and not across the edge of the board.
     open(n, seen, "7k/8/3P4/2p5/8/8/8/K7 w - c6 0 1");
     EXPECT_EQ(run(pawn, seen, "d6"), 1U);
     open(n, seen, "7k/8/8/p6P/8/8/8/K7 w - a6 0 1");
     EXPECT_EQ(run(pawn, seen, "h5"), 1U);
+  });
+}
+
+TEST(PawnsLoop, IsNotCalledOnTheFirstRankButAtPly1) {
+  on_every_ply([](int n, Seen seen) {
+    open(n, seen, "7k/8/8/8/8/8/8/P6K w - - 0 1");
+    EXPECT_EQ(run_phases(n, seen), n == 1 ? 4U : 3U);
   });
 }
 

@@ -1,6 +1,7 @@
 #include "root_log.h"
 
 #include "board_kit.h"
+#include "eval/knobs.h"
 #include "eval/strategy.h"
 #include "memory/ply_tables.h"
 #include "root/first_ply.h"
@@ -18,6 +19,7 @@ void note_move() {
   log.push_back({{t.A, t.B, t.C, t.D},
                  ESTRATEGIA,
                  XEQUE != 0,
+                 extraevalll,
                  joga_com_b ? roque_b : roque_p,
                  joga_com_b ? roque_p : roque_b,
                  tabd[1]});

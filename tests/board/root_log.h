@@ -11,9 +11,10 @@ namespace kit {
 
 struct RootMove {
   std::string move;
-  int rating;    // ESTRATEGIA as the move was searched
-  bool check;    // XEQUE likewise
-  int own_mark;  // the castling marks of the mover and of the other side
+  int rating;       // ESTRATEGIA as the move was searched
+  bool check;       // XEQUE likewise
+  float inherited;  // extraevalll likewise
+  int own_mark;     // the castling marks of the mover and of the other side
   int other_mark;
   korvu::Tabuleiro after;  // the position that was rated
 };

@@ -2,6 +2,10 @@
 // value.
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "board/attack.h"
+#include "board/root_move.h"
 #include "eval/knobs.h"
 #include "eval/strategy.h"
 #include "root/first_ply.h"
@@ -107,6 +111,21 @@ TEST(ExpanderScan, APawnTakesToTheRightThenToTheLeftThenInPassing) {
     EXPECT_EQ(generated(seen, "7k/8/8/3pPp2/8/8/8/K7 w - d6 0 1", pawn, "e5"), "e5d6 ");
     EXPECT_EQ(generated(seen, "7k/8/8/3pPp2/8/8/8/K7 w - - 0 1", pawn, "e5"), "");
     EXPECT_EQ(searched(seen, "7k/8/5p2/3pP3/8/8/8/K7 w - d6 0 1", pawn, "e5").size(), 10U);
+    EXPECT_EQ(generated(seen, "7k/8/5n2/4Pp2/8/8/8/K7 w - f6 0 1", pawn, "e5"), "");  // not empty
+    EXPECT_EQ(generated(seen, "7k/8/4P3/5p2/8/8/8/K7 w - f6 0 1", pawn, "e6"), "");
+    EXPECT_EQ(generated(seen, "7k/8/8/p6P/8/8/8/K7 w - a6 0 1", pawn, "h5"), "");
+    // Both neighbours at once, as no game has them: to the right first.
+    kit::open_root(seen.fen("7k/8/8/3pPp2/8/8/8/K7 w - f6 0 1"));
+    (seen.white ? duplos.pp : duplos.pb)[3] = 1;
+    matrix = 0;
+    std::string both;
+    std::set<int> ratings;
+    for (const kit::RootMove& m : kit::expanded(pawn, seen.square("e5"))) {
+      both += seen.move(m.move) + ' ';
+      ratings.insert(m.rating);
+    }
+    EXPECT_EQ(both, "e5f6 e5d6 ");
+    EXPECT_EQ(ratings.size(), 1U) << "else the order says nothing";
     // Captures in passing stand with the captures of pawns alone.
     for (const Classe k : all_classes) {
       const Expansor other = {k, Xeque::sh, Peca::peao};
@@ -220,7 +239,69 @@ TEST(ExpanderScan, SearchesAMoveAtItsRatingAlone) {
   });
 }
 
+// Between two visits every other move is rated too; what a move's leaves add is its own figure.
+TEST(ExpanderScan, SearchesAMoveWithItsOwnAssessmentInForce) {
+  for_both_sides([](Seen seen) {
+    const std::string fen = seen.fen("4k3/p4p2/8/3q4/4P3/1B3N2/P7/6K1 w - - 0 1");
+    kit::open_root(fen);
+    const std::vector<kit::RootMove> moves = kit::scanned();
+    std::set<float> told_apart;
+    kit::open_root(fen);
+    for (const kit::RootMove& m : moves) {
+      const auto [x1, y1, x2, y2] = kit::squares_of(m.move);
+      por_cor(seen.white, [&, x1 = x1, y1 = y1, x2 = x2, y2 = y2]<Cor cor>() {
+        init_tabuleiro2<cor>(x1, y1, x2, y2);
+        verifica_rei<cor>();
+        verifica_estrategia<cor>();
+      });
+      EXPECT_EQ(m.inherited, extraevalll) << m.move;
+      told_apart.insert(m.inherited);
+    }
+    EXPECT_GT(told_apart.size(), 10U);
+  });
+}
+
+// What an earlier test for a repetition left says nothing of a move that is not tested.
+TEST(ExpanderScan, AnOldRepetitionMarkHoldsNoMoveBack) {
+  for_both_sides([](Seen seen) {
+    const auto searched_beside_the_mark = [&](const Expansor& e, std::string_view from) {
+      kit::open_root(seen.fen("4k3/p7/8/8/8/8/P7/4K2R w K - 0 1"));
+      EP = 0;
+      const std::size_t s = seen.square(from);
+      for (ataque = 100; ataque >= -100; --ataque) {
+        pempate = 1;
+        por_cor(seen.white, [&]<Cor cor>() {
+          analise100<cor>(e, static_cast<int>(s / 8), static_cast<int>(s % 8));
+        });
+      }
+      EXPECT_EQ(EP, 0) << "no draw";
+      return nodes;
+    };
+    EXPECT_EQ(searched_beside_the_mark({Classe::livre, Xeque::sh, Peca::torre}, "h1"), 8U);
+    EXPECT_EQ(searched_beside_the_mark({Classe::livre, Xeque::sh, Peca::peao}, "a2"), 2U);
+    EXPECT_EQ(searched_beside_the_mark({Classe::positive1, Xeque::sh, Peca::rei}, "e1"), 1U);
+  });
+}
+
 // --- Castling ---
+
+// Both moves take the queen off or leave her to the pawn, which is worth the most there is.
+TEST(CastlingScan, ComesBehindTheKingsCapturesOfTheSameRating) {
+  for_both_sides([](Seen seen) {
+    EXPECT_EQ(generated(seen, "4k3/7p/8/q7/1P6/2P5/7P/3pK2R w K - 0 1",
+                        {Classe::positive1, Xeque::sh, Peca::rei}, "e1"),
+              "e1d1 e1g1 ");
+  });
+}
+
+TEST(CastlingScan, DoesNotLookWhereTheKingStands) {
+  // The flags say that he has not moved, and that is taken for his square.
+  for_both_sides([](Seen seen) {
+    EXPECT_EQ(searched(seen, "4k3/p7/8/8/8/8/P7/3K3R w K - 0 1",
+                       {Classe::positive1, Xeque::sh, Peca::rei}, "d1"),
+              "e1g1 ");
+  });
+}
 
 TEST(CastlingScan, BelongsToTheKingsCapturesOfPawns) {
   for_both_sides([](Seen seen) {

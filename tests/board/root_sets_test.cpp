@@ -240,8 +240,9 @@ std::string ordered(const kit::Case& c, const Ladder& ladder,
   return text;
 }
 
-// Runs the ladder over the position and compares: the set with the arbiter's, then the order.
-void expect_scan(const kit::Case& c, const Ladder& ladder) {
+// Runs the ladder over the position and compares: the set with the arbiter's, then the order. Gives
+// the moves searched.
+std::vector<kit::RootMove> expect_scan(const kit::Case& c, const Ladder& ladder) {
   const std::vector<kit::RootMove> found = kit::scanned();
   std::vector<std::string> is, should;
   for (const kit::RootMove& m : found) is.push_back(m.move);
@@ -257,6 +258,7 @@ void expect_scan(const kit::Case& c, const Ladder& ladder) {
         EXPECT_EQ(kit::difference(m.after, kit::board_of(c.position.after(legal))), "")
             << c.fen << ' ' << m.move;
       }
+  return found;
 }
 
 bool bare_enemy(const Position& p) {
@@ -291,11 +293,14 @@ std::vector<kit::Case> sample() {
 
 void expect_scans(int temperament, const Ladder& ladder) {
   int positions[2] = {0, 0};
-  int castlings = 0, in_passing = 0, promotions = 0, captures = 0;
+  int castlings = 0, in_passing = 0, promotions = 0, captures = 0, highest = 0, lowest = 0;
   for (const kit::Case& c : sample()) {
     kit::open_root(c.fen);
     Temperamento = temperament;
-    expect_scan(c, ladder);
+    for (const kit::RootMove& m : expect_scan(c, ladder)) {
+      highest += m.rating == 100;
+      lowest += m.rating == -100;
+    }
     ++positions[c.position.white_to_move()];
     for (const Move& m : c.moves) {
       castlings += castles(c.position, m);
@@ -312,6 +317,8 @@ void expect_scans(int temperament, const Ladder& ladder) {
   EXPECT_GE(in_passing, 5);
   EXPECT_GE(promotions, 100);
   EXPECT_GE(captures, 300);
+  EXPECT_GE(highest, 50);
+  EXPECT_GE(lowest, 50);
 }
 
 TEST(RootLadder, TheDynamicOneSearchesEachLegalMoveInItsOrder) {

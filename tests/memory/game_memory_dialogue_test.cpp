@@ -125,6 +125,18 @@ TEST_F(GameMemoryDialogue, TheGameInTheLineIsPartOfTheKey) {
   EXPECT_TRUE(remembered(ask("position startpos moves g1f3 g8f6 b1c3 b8c6", short_go)));
 }
 
+TEST_F(GameMemoryDialogue, AGamesFirstMovesAreSearchedEveryTimeAndNotRemembered) {
+  const std::vector<std::string> answered =
+      lab::dialogue({"setoption name Deep value 0", "position startpos", "position startpos",
+                     "position startpos moves e2e4", "position startpos moves e2e4",
+                     "setoption name Deep value 9"});
+  int searches = 0;
+  for (const std::string& line : answered)
+    searches += line.find(" nodes 20 ") != std::string::npos;
+  EXPECT_EQ(searches, 4) << "the pawns' and knights' moves";
+  EXPECT_EQ(korvu::indice_da_memoria(), 0);
+}
+
 TEST_F(GameMemoryDialogue, APromotionIsRemembered) {
   const std::string promotes = "position fen 8/P5k1/8/8/8/8/8/K7 b - - 0 1 moves g7h7";
   EXPECT_EQ(ask(promotes, short_go).bestmove, "bestmove a7a8q");

@@ -76,6 +76,20 @@ TEST(CappedSearch, InTheRestPassStandsAtTheCapThatPly2HadBefore) {
   });
 }
 
+TEST(CappedSearch, InTheRestPassStandsAtACapThatTheBestScoreNarrowed) {
+  each_colour([]<Cor root>() {
+    const auto narrowed_to = [](float cap) {
+      SCANT = TURBO = 1;
+      ALFA0 = -3;
+      alfa0 = 0;
+      E = cap - 33;  // no worse than 33 behind the material
+      materialflot0 = 0;
+    };
+    EXPECT_FALSE(again<root>([=] { narrowed_to(v); }));
+    EXPECT_TRUE(again<root>([=] { narrowed_to(v + 0.5F); }));
+  });
+}
+
 // --- Caps of the capped search ---
 
 template <Cor root, class F>
@@ -105,6 +119,15 @@ TEST(CappedSearch, InTheSinglePassCapsTheEvenPliesAtTheLastScorePlus5) {
     const auto tight = caps_after<root>([] { SCAN1 = 1, alfa0 = 0, ALFA0 = 40, MAXcutt[6] = 7; });
     EXPECT_EQ(tight[6], 7) << "a saved cap that is lower stays";
     EXPECT_EQ(tight[8], 45);
+  });
+}
+
+TEST(CappedSearch, ItsCapsTakeThePlaceOfThoseThatTheBestScoreNarrowed) {
+  each_colour([]<Cor root>() {
+    const auto narrowed = [] { TURBO = 1, E = 0, materialflot0 = 0; };  // to 33
+    expect_even_caps(caps_after<root>([=] { narrowed(), SCAN1 = 1, alfa0 = 0, ALFA0 = 40; }), 45);
+    expect_even_caps(caps_after<root>([=] { narrowed(), SCANT = 1, alfa0 = 50, ALFA0 = 50; }),
+                     static_cast<float>(50 + 0.001));
   });
 }
 
@@ -143,11 +166,34 @@ TEST(SecondSearch, RunsAtFullDepthUncappedByItself) {
   });
 }
 
+TEST(SecondSearch, HasTheCapsOfTheBestScoreWhereThatNarrowsThem) {
+  each_colour([]<Cor root>() {
+    for (const bool narrows : {true, false}) {
+      at_depth(told_for<root>(locked), 11);
+      PVS = SCANT = TURBO = 1;
+      alfa0 = -1;  // the value 0 beats it
+      ALFA0 = -3;
+      MAXcutt.fill(900);
+      materialflot0 = 0;
+      E = narrows ? -20 : -34;
+      const auto seen = readings<root>("d1e1");
+      ASSERT_EQ(seen.size(), 2U);
+      EXPECT_EQ(seen[0].capped, 1);
+      EXPECT_EQ(seen[1].second, 1);
+      const float null_window = static_cast<float>(-1 + 0.001);
+      EXPECT_EQ(seen[0].caps[2], null_window);
+      EXPECT_EQ(seen[1].caps[2], narrows ? 13 : null_window);
+    }
+  });
+}
+
 TEST(SecondSearch, IsUnmarkedAtTheNextMove) {
-  at_depth(locked, 1);
-  LMRtest = 1;
-  first_ply<Cor::b>("d1e1");
-  EXPECT_EQ(LMRtest, 0);
+  at_depth(locked, 9);
+  LMRtest = PVSm = 1;
+  const auto seen = readings<Cor::b>("d1e1");
+  ASSERT_EQ(seen.size(), 1U);
+  EXPECT_EQ(seen[0].second, 0);
+  EXPECT_EQ(seen[0].capped, 0);
 }
 
 }  // namespace

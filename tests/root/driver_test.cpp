@@ -125,6 +125,17 @@ TEST(Driver, APassBeginsWithoutCastlingMarks) {
   });
 }
 
+TEST(Driver, AnEndLeftByAnEarlierSearchEndsNothing) {
+  each_colour([]<Cor root>() {
+    for (const int depth : {5, 9}) {
+      prepare(told_for<root>(locked), depth);
+      corte_MAXcut = 1;  // a mate was played, or the time was up
+      procura<root>();
+      EXPECT_EQ(passes(), depth == 5 ? "T/5 " : "1/9 T/9 ");
+    }
+  });
+}
+
 // --- One move, or none ---
 
 TEST(Driver, WithOneMoveThePrePassIsEnough) {
@@ -163,6 +174,17 @@ TEST(Driver, WithoutAMoveTheOldOneStays) {
       EXPECT_EQ(best_move(), "none");
       EXPECT_EQ(E, depth == 5 ? no_best : no_best - 10);
     }
+  });
+}
+
+TEST(Driver, TheStoredMovesOutliveThePasses) {
+  each_colour([]<Cor root>() {
+    prepare(told_for<root>(locked), 9, 11);
+    constexpr Lance nowhere = {7, 3, 7, 4};  // nobody stands there, and nothing is ever taken
+    guardado_g[1] = guardado_g[5] = nowhere;
+    procura<root>();
+    EXPECT_EQ(guardado_g[1], nowhere);
+    EXPECT_EQ(guardado_g[5], nowhere);
   });
 }
 

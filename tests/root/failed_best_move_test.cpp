@@ -61,6 +61,23 @@ TEST(FailedBestMove, OfASearchThatIsBehindTheMaterialOpensItWide) {
   });
 }
 
+TEST(FailedBestMove, CountsTheQuotientOfTheTotalsAsBalance) {
+  each_colour([]<Cor root>() {
+    const auto with_balance = [](float balance) {
+      return after_failure<root>(80, 90,
+                                 [=] {
+                                   material_da_raiz<root>() = 200;
+                                   material_da_raiz<outra(root)>() = 400;
+                                   materialflot0 = balance;
+                                 })
+          .alfa0;
+    };
+    // 5 ln (1 / 2) is -3.466; 15 is left.
+    EXPECT_EQ(with_balance(33.4F), 5);
+    EXPECT_EQ(with_balance(33.5F), -16500);
+  });
+}
+
 TEST(FailedBestMove, StandsForDepth9TheSinglePassAndFewMenOnly) {
   each_colour([]<Cor root>() {
     EXPECT_EQ(after_failure<root>(80, 90, [] { DEEP9 = 1; }).alfa0, 80);

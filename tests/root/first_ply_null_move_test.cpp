@@ -47,6 +47,18 @@ TEST(FirstPlyNullMove, RefutesAMoveThatTwoInARowDoNotMakeBetter) {
   });
 }
 
+TEST(FirstPlyNullMove, BeginsWithoutAValueOfAnEarlierMove) {
+  each_colour([]<Cor root>() {
+    passing(told_for<root>(locked), 7);
+    alfa[2] = 500;
+    corte_beta[1] = 1;
+    X_D[2] = 0;
+    first_ply<root>("d1e1");
+    EXPECT_TRUE(ended_by_passing());
+    EXPECT_EQ(beta1, 0);
+  });
+}
+
 TEST(FirstPlyNullMove, NeedsEveryOneOfItsConditions) {
   each_colour([]<Cor root>() {
     const auto ends = [](auto change) {
@@ -63,7 +75,7 @@ TEST(FirstPlyNullMove, NeedsEveryOneOfItsConditions) {
     EXPECT_TRUE(ends([] { npecas<outra(root)>() = 5; }));
     EXPECT_FALSE(ends([] { npecas<outra(root)>() = 4; }));
     EXPECT_FALSE(ends([] { alfa0 = -0.5; })) << "two moves do make it better";
-    EXPECT_FALSE(ends([] { deep = 6; })) << "too shallow";
+    EXPECT_FALSE(ends([] { deep = 6, alfa0 = 5; })) << "too shallow";
     EXPECT_EQ(curr, 1);
   });
 }
@@ -103,6 +115,25 @@ TEST(FirstPlyNullMove, PlaysTheMoveAtPly2AndNobodyAnswers) {
     EXPECT_EQ(tabd[2][tree_lab::square_of<root>("d8")], Lado<outra(root)>::rei);
     EXPECT_EQ(material<root>(2), 90) << "the discount stands here too";
     EXPECT_EQ(material<outra(root)>(2), 90);
+  });
+}
+
+TEST(FirstPlyNullMove, TakesTheRightsOfTheRootAlong) {
+  each_colour([]<Cor root>() {
+    passing(told_for<root>("r3k2r/8/8/8/8/8/4P3/R3K2R w KQkq - 0 1"), 7);
+    npecasb = npecasp = 8;
+    alfa0 = 16000;
+    MAXcut.fill(-20000);  // every descendant is content with its first reply
+    MAXcutt = MAXcut;
+    jm_D[2] = {1, 1, 1, 1, 1, 1};
+    first_ply<root>("h1h4");
+    ASSERT_TRUE(ended_by_passing());
+    EXPECT_EQ(torre_h_moveu<root>(jm_D[2]), 1) << "the move's own mark";
+    EXPECT_EQ(torre_a_moveu<root>(jm_D[2]) + rei_moveu<root>(jm_D[2]), 0);
+    constexpr Cor other = outra(root);
+    EXPECT_EQ(
+        torre_a_moveu<other>(jm_D[2]) + torre_h_moveu<other>(jm_D[2]) + rei_moveu<other>(jm_D[2]),
+        0);
   });
 }
 

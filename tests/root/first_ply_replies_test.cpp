@@ -12,11 +12,22 @@ namespace {
 
 using namespace root_lab;
 
+// With bounds that nothing meets every reply is tried once.
+template <Cor root>
+void expect_all_replies(const std::string& fen, const referee::Move& m, std::size_t replies) {
+  at_depth(fen, 1);
+  MAXcut[1] = 20000;
+  deep1<root>(referee::file_of(m.from), referee::rank_of(m.from), referee::file_of(m.to),
+              referee::rank_of(m.to));
+  EXPECT_EQ(nodes, replies);
+}
+
 // The first reply refutes the move, so that it is the one stored.
 template <Cor root>
 void expect_first_reply(const std::string& fen, const referee::Move& m) {
   const referee::Position p = referee::Position::from_fen(fen);
   const auto replies = expected::order_at_the_first_ply(p.after(m));
+  expect_all_replies<root>(fen, m, replies.size());
   if (replies.empty()) return;
   at_depth(fen, 1);
   MAXcut[1] = -20000;
@@ -32,7 +43,7 @@ void expect_first_reply(const std::string& fen, const referee::Move& m) {
   EXPECT_EQ((capture ? guardado : guardado_g)[1], sem_lance);
 }
 
-TEST(FirstPly, TheFirstReplyTriedIsTheExpectedOne) {
+TEST(FirstPly, TheFirstReplyTriedIsTheExpectedOneAndEveryOneIsTriedOnce) {
   int tried = 0;
   for (const std::string& fen : referee::varied_fens()) {
     const referee::Position p = referee::Position::from_fen(fen);

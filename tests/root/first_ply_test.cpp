@@ -2,6 +2,7 @@
 // counter, the report and the line.
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include "root/root_lab.h"
@@ -215,6 +216,79 @@ TEST(FirstPly, LeavesNoMarks) {
   });
 }
 
+// Everything that an earlier move may have left at ply 1.
+template <Cor root>
+void leave_old_marks() {
+  corte_alfa[0] = 1;
+  XEQUE_MATE[1] = X_D[1] = 0;
+  nd = 9;
+  beta1 = -16000;
+  BETA1 = -16000;
+  duplo<root>(duplos_D[1])[0] = 1;
+  jm_D[1] = {1, 1, 1, 1, 1, 1};
+  tabd[1].fill(vazia);
+}
+
+TEST(FirstPly, NothingOfAnEarlierMoveStands) {
+  each_colour([]<Cor root>() {
+    at_depth(told_for<root>(mates), 1);
+    leave_old_marks<root>();
+    first_ply<root>("h6g7");
+    EXPECT_EQ(beta1, 15400);
+    // The rights and the double step of the position are those of the reply.
+    at_depth(told_for<root>("r3k2r/8/8/8/3p4/8/4P3/4K3 w kq - 0 1"), 1);
+    leave_old_marks<root>();
+    first_ply<root>("e2e4");
+    constexpr std::uint32_t kings = 5 + 2, rooks = 2 * 7 + 3 + 2, pawns = 2;
+    EXPECT_EQ(nodes, kings + rooks + pawns) << "castlings and the capture in passing among them";
+  });
+}
+
+TEST(FirstPly, EverySearchOfAMoveCountsItsRepliesAfresh) {
+  each_colour([]<Cor root>() {
+    // A null move that fails, the shallow search, the capped one and the second one.
+    at_depth(told_for<root>(locked), 9);
+    PVS = SCANT = NULL_MOVE = 1;
+    npecas<root>() = 3;  // too few for a null move at ply 2
+    alfa0 = -1;
+    ALFA0 = -3;
+    first_ply<root>("d1e1");
+    EXPECT_EQ(LMRtest, 1) << "all four have run";
+    EXPECT_EQ(currN[2], 2) << "the king on d8 has two moves";
+  });
+}
+
+TEST(FirstPly, EverySearchOfAMoveIsMarkedAsOneAndMeasuresItsOwnDepth) {
+  each_colour([]<Cor root>() {
+    at_depth(told_for<root>(locked), 13);  // so that all four read the clock
+    PVS = SCANT = NULL_MOVE = 1;
+    npecas<root>() = 3;
+    alfa0 = -1;
+    ALFA0 = -3;
+    TC = 1;
+    std::set<int> before;  // depths of the null move and of the shallow search
+    int capped = 0, second = 0;
+    tree_lab::clock_says([&] {
+      EXPECT_EQ(deeppromo, 1);
+      if (PVSm) {
+        ++capped;
+        ddep = 99;
+      } else if (LMRtest) {
+        ++second;
+      } else {
+        before.insert(deep);
+      }
+      return 0;
+    });
+    first_ply<root>("d1e1");
+    EXPECT_EQ(before, (std::set<int>{9, 11}));
+    EXPECT_GE(capped, 1);
+    EXPECT_GE(second, 1);
+    EXPECT_EQ(ddep, 0) << "no leaf is scanned";
+    EXPECT_EQ(deeppromo, 0);
+  });
+}
+
 TEST(FirstPly, CountersOfTheRepliesStartAfresh) {
   each_colour([]<Cor root>() {
     at_depth(told_for<root>(locked), 1);
@@ -244,6 +318,10 @@ TEST(FirstPly, RepliesEndWhenOneRefutesTheMove) {
     MAXcut[1] = -1;
     first_ply<root>("d1e1");
     EXPECT_EQ(nodes, 1U) << "the cap of ply 1";
+    at_depth(told_for<root>(locked), 1);
+    alfa0 = 16500;  // not even the start value lies above
+    first_ply<root>("d1e1");
+    EXPECT_EQ(nodes, 0U);
   });
 }
 

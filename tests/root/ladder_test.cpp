@@ -333,6 +333,25 @@ TEST(Ladder, EndsWhereAMoveReachesTheRootsCap) {
   });
 }
 
+TEST(Ladder, NothingIsSearchedAfterTheCutNeitherOfOtherMenNorOfOtherRatings) {
+  // The first square of the board holds a man with many moves; then two pawns whose moves share a
+  // rating.
+  each_colour([]<Cor root>() {
+    for (const std::string_view fen :
+         {"4k3/8/8/3r4/8/8/8/Q3K2R w - - 0 1", "4k3/p7/8/8/8/8/3P1P2/4K3 w - - 0 1"})
+      for (const int temperament : {1, 2, 3}) {
+        at_root(told_for<root>(fen));
+        deep = 1;
+        SCANT = 1;
+        Temperamento = temperament;
+        MAXcut[0] = -1000;
+        percorre_escada<root>();
+        EXPECT_EQ(reports().size(), 1U) << fen;
+        EXPECT_EQ(corte_MAXcut, 1);
+      }
+  });
+}
+
 TEST(Ladder, OfTwoEqualMovesTheFirstStaysBest) {
   each_colour([]<Cor root>() {
     at_root(told_for<root>(locked));

@@ -51,16 +51,17 @@ TEST(Repetition, IsNoNodeAndMeetsNoCap) {
 
 TEST(Repetition, ThatIsNoBetterThanTheBestIsOnlyNoted) {
   each_colour([]<Cor root>() {
-    at_depth_1(told_for<root>(locked));
-    played_before<root>("d1e1");
-    emp = -15;
-    E = -15;
-    alfa0 = -16000;
-    expand<root>(livre, Peca::rei, "d1");
-    EXPECT_EQ(best_move(), written<root>("d1c1"));
-    EXPECT_EQ(E, 1);
-    EXPECT_EQ(alfa0, 1);
-    EXPECT_EQ(EP, -15);
+    for (const int draw : {-15, 1}) {  // worse than the first move, and equal to it
+      at_depth_1(told_for<root>(locked));
+      played_before<root>("d1c1");
+      emp = draw;
+      expand<root>(livre, Peca::rei, "d1");
+      expect_moves<root>({"d1e1"});
+      EXPECT_EQ(best_move(), written<root>("d1e1"));
+      EXPECT_EQ(E, 1);
+      EXPECT_EQ(alfa0, 1);
+      EXPECT_EQ(EP, draw);
+    }
   });
 }
 

@@ -1,9 +1,11 @@
 // Whole searches as the interface sees them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
+#include "memory/game_memory.h"
 #include "root/root_lab.h"
 #include "support/lab.h"
 
@@ -42,6 +44,30 @@ TEST(SearchDialogue, AClockOfThreeDigitsSearchesOneRestPassAtDepth1) {
         "bestmove " + w("d1e1"),
     };
     EXPECT_EQ(asked(told_for<root>(locked), "go wtime 999 btime 999 winc 0 binc 0"), expected);
+  });
+}
+
+// The greatest depth that a line of a position's search reports.
+int deepest(const Lines& lines) {
+  int depth = 0;
+  for (const std::string& line : lines)
+    if (const std::size_t at = line.find(" depth "); at != std::string::npos)
+      depth = std::max(depth, std::stoi(line.substr(at + 7)));
+  return depth;
+}
+
+TEST(SearchDialogue, AShortClockKeepsNoLaterPositionFromDeepening) {
+  each_colour([]<Cor root>() {
+    root_lab::at_root(told_for<root>(locked));
+    root_lab::default_settings();
+    const std::string position = "position fen " + told_for<root>(locked) + " moves " +
+                                 written<root>("d1e1") + ' ' + written<root>("d8e8");
+    lab::dialogue({"setoption name Deep value 6"});
+    for (int game = 0; game < 2; ++game) {
+      EXPECT_EQ(deepest(lab::dialogue({position, "go wtime 999 btime 999"})), 2);
+      EXPECT_EQ(deepest(lab::dialogue({position, "go wtime 300000 btime 300000"})), 12);
+      limpa_memoria();
+    }
   });
 }
 

@@ -19,6 +19,7 @@ TEST(ShallowSearch, RunsAboveDepth6AndLeavesItsValue) {
   each_colour([]<Cor root>() {
     for (const int depth : {1, 3, 5, 6}) {
       at_depth(told_for<root>(locked), depth);
+      beta[3] = 42;  // what a search without depth for ply 3 would read
       first_ply<root>("d1e1");
       EXPECT_EQ(BETA1, 16500) << depth;
     }

@@ -137,6 +137,8 @@ TEST(Turbo, Rows7To9OnlyLower) {
   each_colour([]<Cor root>() {
     // The saved caps lie below what the rows allow.
     EXPECT_EQ((cap_after<root>({11, 4, 5, 5, 4}, [] { MAXcutt.fill(2); })), 2);
+    // Row 6 has set 1 above the best, and row 9 would allow 7.
+    EXPECT_EQ((cap_after<root>({9, -20, -15, -10, -20}, [] { DEEP9 = 1; })), -19);
   });
 }
 

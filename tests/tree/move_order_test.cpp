@@ -254,6 +254,8 @@ TEST(Castling, NeedsRightsRookEmptySquaresAndASafeWay) {
     EXPECT_EQ(castlings<cor>("2r1k3/8/8/8/8/8/8/R3K2R w KQ - 0 1"), "K") << "c1 is attacked";
     EXPECT_EQ(castlings<cor>("1r2k3/8/8/8/8/8/8/R3K2R w KQ - 0 1"), "KQ") << "b1 may be attacked";
     EXPECT_EQ(castlings<cor>("4k3/8/8/8/8/8/4r3/R3K2R w KQ - 0 1"), "") << "in check";
+    EXPECT_EQ(castlings<cor>("5k2/8/8/8/8/8/8/R3K2R w KQ - 0 1"), "KQ")
+        << "the check that the short one gives is no matter to the long one";
   });
 }
 

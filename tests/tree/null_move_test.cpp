@@ -223,6 +223,21 @@ TEST(NullMove, TheMoverPlaysAgainFromThePositionAfterHisMove) {
   });
 }
 
+TEST(NullMove, CountsThePawnThatTheMoverHasJustPromoted) {
+  each_node<2, 5>([]<int N, Cor cor>() {
+    SCOPED_TRACE(at<cor>(N));
+    prepare<N, cor>("8/P7/7k/8/8/8/8/4K3 w - - 0 1");
+    for (std::size_t k = N + 2; k < MAXcut.size(); ++k) MAXcut[k] = -20000;
+    value(N - 1) = N % 2 == 0 ? -16000 : 16000;  // met by any move
+    promocao = 0;
+    ppassado = 10;  // of another line
+    ASSERT_TRUE((passing_refutes<N, cor>("a7a8")));
+    EXPECT_EQ(material<cor>(N + 1), 120 + 80);
+    EXPECT_EQ(material<outra(cor)>(N + 1), 110);
+    EXPECT_EQ(tabd[N + 1][square_of<cor>("a8")], Lado<cor>::dama);
+  });
+}
+
 TEST(NullMove, WhenTheMoverHasMoreTheNodeGoesOn) {
   each_node<2, 5>([]<int N, Cor cor>() {
     SCOPED_TRACE(at<cor>(N));

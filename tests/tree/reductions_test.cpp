@@ -131,7 +131,7 @@ TEST(EarlyReduction, LooksAtNoKindOfMoveButSparesChecks) {
 }
 
 TEST(EarlyReduction, SparesASideInCheck) {
-  each_node<4, 9>([]<int N, Cor cor>() {
+  each_node<2, 9>([]<int N, Cor cor>() {
     SCOPED_TRACE(at<cor>(N));
     // The lone king's moves alone make the tree; at even plies every reply is then a cut.
     const auto shallow = [] {
@@ -375,6 +375,26 @@ TEST(Reductions, EveryRunCountsItsOwnMovesAfresh) {
     enter<N, cor>("d1e1");
     EXPECT_EQ(AmrT[N], 1) << "searched twice";
     EXPECT_EQ(currN[N + 1], 2) << "the king in the middle has two moves";
+  });
+}
+
+TEST(Reductions, EveryRunForgetsWhatTheRunBeforeLearned) {
+  // The next ply reads the clock. The node runs two plies short and again, and each time its first
+  // child runs two plies shorter still, though that was found wrong the first time.
+  each_node<6, 8, 2>([]<int N, Cor cor>() {
+    SCOPED_TRACE(at<cor>(N));
+    constexpr int depth = N + 7;
+    prepare<N, cor>(locked, depth, 1);
+    std::vector<int> first_childs;
+    TC = 1;
+    clock_says([&] {
+      if (nd == N) first_childs.push_back(deep);
+      return 0;
+    });
+    enter<N, cor>("d1e1");
+    EXPECT_EQ(first_childs, (std::vector<int>{depth - 4, depth - 2}));
+    EXPECT_EQ(AmrT[N], 1);
+    EXPECT_EQ(AmrT[N + 1], 1);
   });
 }
 

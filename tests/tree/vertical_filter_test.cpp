@@ -138,6 +138,17 @@ TEST(VerticalFilter, WithTwoPliesToGoAnyBoundTenAboveWShortensTheLine) {
   });
 }
 
+TEST(VerticalFilter, WithTwoPliesToGoACheckDoesNotSaveALineBehind) {
+  each_node<9, 21, 2>([]<int N, Cor cor>() {
+    SCOPED_TRACE(at<cor>(N));
+    prepare<N>(told_for<cor>(check), N + 2);
+    alfa[0] = 500;
+    enter<N, cor>("a1a8");
+    EXPECT_EQ(nd, N) << "shortened, and the replies are leaves";
+    EXPECT_GT(nodes, 0U);
+  });
+}
+
 TEST(VerticalFilter, WithMorePliesToGoDoesNothing) {
   each_node<7, 19, 2>([]<int N, Cor cor>() {
     SCOPED_TRACE(at<cor>(N));
