@@ -5,25 +5,11 @@
 #include <set>
 #include <string_view>
 
+#include "dice.h"
 #include "referee.h"
 
 namespace referee {
 namespace {
-
-// A 64-bit linear congruential generator, of which the upper half is used. Written out here so that
-// the set does not depend on the standard library at hand.
-class Dice {
- public:
-  explicit Dice(std::uint64_t seed) : state_(seed) {}
-
-  std::size_t below(std::size_t n) {
-    state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
-    return static_cast<std::size_t>((state_ >> 33) % n);
-  }
-
- private:
-  std::uint64_t state_;
-};
 
 struct Source {
   std::string_view fen;
