@@ -222,7 +222,7 @@ OPTIONS = [
         ("true", Says("bestmove e2e4")),
         ("false", Says("bestmove a2a4")),
     ),
-    # It is the extra evaluation that notes how deep a search has been, and it is not asked at ply 2.
+    # The extra evaluation notes how deep a search has been, and it is not asked at ply 2.
     Row(
         "Extra evaluation",
         shallow(PAWN_AHEAD, deep=1),
