@@ -96,6 +96,7 @@ class Record:
     tags: dict
     moves: list  # in the notation of the record
     remark: str  # the last one, in which XBoard says how the game ended
+    left_early: bool = False  # Korvu's process ended without being asked to
 
 
 def read_record(text):
@@ -118,7 +119,7 @@ def play(folder, white, black, clock, opening=None):
     command += ["-saveGameFile", str(record)]
     command += ["-testLegality", "true", "-checkMates", "true", "-testClaims", "true"]
     command += ["-materialDraws", "true", "-trivialDraws", "false"]
-    command += ["-ruleMoves", "50", "-repeatsToDraw", "3"]
+    command += ["-ruleMoves", "50", "-repeatsToDraw", "3", "-autoCallFlag", "true"]
     command += ["-popupExitMessage", "false", "-popupMoveErrors", "false"]
     if opening:
         file = folder / "opening.pgn"
@@ -147,13 +148,23 @@ def play(folder, white, black, clock, opening=None):
     return read_record(record.read_text(encoding="ascii"))
 
 
+def left_early(log):
+    """Whether PolyGlot's log tells of an end that it had not asked for. XBoard is not told, and
+    waits for the clock to run out."""
+    before, end, _ = log.partition("Engine->Adapter: EOF")
+    return end != "" and "Adapter->Engine: quit" not in before
+
+
 def korvu_against_the_weakest(folder, engine, colour, clock):
     """Plays one game with Korvu as "White" or "Black"."""
     korvu = adapter(folder, "korvu", engine, {})
     other = adapter(folder, "other", program("stockfish"), OPPONENT)
     if colour == "White":
-        return play(folder, korvu, other, clock)
-    return play(folder, other, korvu, clock, OPENING)
+        record = play(folder, korvu, other, clock)
+    else:
+        record = play(folder, other, korvu, clock, OPENING)
+    record.left_early = left_early((folder / "korvu.log").read_text(errors="replace"))
+    return record
 
 
 def running(executable):

@@ -24,7 +24,6 @@ from game import Clock, GameFailed, judge, korvu_against_the_weakest, result_of,
 MISHAPS = {
     "illegal": r"illegal",
     "time": r"time|flag",
-    "crash": r"exit|crash|died|terminat|abandon|disconnect",
     "resigned": r"resign",
 }
 
@@ -37,7 +36,7 @@ class Outcome:
     remark: str
 
     def is_korvus_fault(self):
-        return self.kind in ("unfinished", "disputed", "stays behind") or (
+        return self.kind in ("crash", "unfinished", "disputed", "stays behind") or (
             self.kind in MISHAPS and self.points == 0
         )
 
@@ -55,6 +54,8 @@ def outcome_of(record, colour, referee):
     judged = judge(referee, record.moves)
     result = record.tags["Result"]
     plies, points = len(record.moves), points_of(result, colour)
+    if record.left_early:
+        return Outcome("crash", points, plies, record.remark)
     if "illegal" in judged:
         return Outcome("disputed", points, plies, "illegal: " + judged["illegal"])
     if judged["verdict"] != "open":
@@ -101,8 +102,9 @@ def summary(outcomes):
             f"games      {len(outcomes)}",
             f"finished   {finished}",
             f"illegal    {of_korvu['illegal']} by Korvu",
-            f"on time    {of_korvu['time']} lost by Korvu",
-            f"crashes    {of_korvu['crash'] + of_korvu['unfinished']} of Korvu or the client",
+            f"time       {of_korvu['time']} lost by Korvu",
+            f"crashes    {of_korvu['crash']}",
+            f"unfinished {of_korvu['unfinished']}",
             f"score      {points:g} of {finished} for Korvu",
             f"plies      {sum(outcome.plies for outcome in outcomes)}",
             "ends       " + ", ".join(f"{kind} {n}" for kind, n in kinds.most_common()),
