@@ -74,3 +74,22 @@ TEST(Mates, AnnouncedOnesAreTrue) {
   }
   EXPECT_GE(announced, 35);
 }
+
+// After the first move of a mate in two the other side is asked.
+TEST(Mates, TheSideThatIsMatedKnows) {
+  int asked = 0;
+  for (const Told& t : all()) {
+    if (t.distance != 2) continue;
+    const std::vector<referee::Move> moves = t.position.legal_moves();
+    const auto key = std::find_if(moves.begin(), moves.end(), [&](const referee::Move& m) {
+      return mates::keeps_mate_within(t.position, m, 1);
+    });
+    ASSERT_NE(key, moves.end());
+    const Told lost = {0, t.line + ' ' + key->text(), t.position.after(*key)};
+    const Answer a = mates::ask(lost, "go wtime 9999 btime 9999 winc 0 binc 0");
+    EXPECT_EQ(a.moves, -1) << lost.line << ' ' << a.best.text();
+    EXPECT_TRUE(mates::is_true(lost, a)) << lost.line << ' ' << a.best.text();
+    ++asked;
+  }
+  EXPECT_GE(asked, 40);
+}
