@@ -132,6 +132,29 @@ std::vector<referee::Move> searched_moves(const referee::Position& p) {
   return moves;
 }
 
+bool has_promotion_loop(int n) {
+  return n % 2 == 1 && n >= 7;
+}
+
+bool is_capture(const referee::Position& p, const referee::Move& m) {
+  return p.at(m.to) != ' ';
+}
+
+std::size_t kind_of(char man) {
+  return std::string_view("PNBRQKpnbrqk").find(man) % 6;
+}
+
+void store(int n, const referee::Move& m, bool capture) {
+  using namespace korvu;
+  const auto [x1, y1, x2, y2] = squares_of(m);
+  const auto i = static_cast<std::size_t>(n);
+  guardado[i] = guardado_g[i] = sem_lance;
+  if (!capture)
+    guardado[i] = {x1, y1, x2, y2};
+  else
+    guardado_g[i] = n == 1 ? Lance{x1, y1, x2, y2} : Lance{x2, y2, x1, y1};
+}
+
 void place(std::string_view fen) {
   using namespace korvu;
   CHESS_960 = 0;

@@ -44,6 +44,21 @@ referee::Move move_of(std::string_view move);
 // The legal moves as the search knows them: of the promotions those to a queen alone.
 std::vector<referee::Move> searched_moves(const referee::Position& p);
 
+// --- The move loops ---
+
+// Odd plies from 7 have a loop of their own for promotions.
+bool has_promotion_loop(int n);
+
+// A man stands on the target square: what the loops call a capture.
+bool is_capture(const referee::Position& p, const referee::Move& m);
+
+// The kind of a man by its letter: pawn 0 ... king 5.
+std::size_t kind_of(char man);
+
+// Stores the move at ply `n`, and no other, as the ply keeps it: captures target first, but not at
+// ply 1.
+void store(int n, const referee::Move& m, bool capture);
+
 // --- Setting up ---
 
 // lab::position, with the tables around the kings made of this position's totals, every setting

@@ -11,26 +11,6 @@ namespace {
 
 using namespace korvu;
 
-// Odd plies from 7 have a loop of their own for promotions.
-bool has_promotion_loop(int n) {
-  return n % 2 == 1 && n >= 7;
-}
-
-bool is_capture(const referee::Position& p, const referee::Move& m) {
-  return p.at(m.to) != ' ';
-}
-
-// Stores the move as the ply keeps it: captures target first, but not at ply 1.
-void store(int n, const referee::Move& m, bool capture) {
-  const auto [x1, y1, x2, y2] = kit::squares_of(m);
-  const auto i = static_cast<std::size_t>(n);
-  guardado[i] = guardado_g[i] = sem_lance;
-  if (!capture)
-    guardado[i] = {x1, y1, x2, y2};
-  else
-    guardado_g[i] = n == 1 ? Lance{x1, y1, x2, y2} : Lance{x2, y2, x1, y1};
-}
-
 std::uint32_t tried(void (*loops)()) {
   nodes = 0;
   loops();
@@ -88,9 +68,9 @@ TEST(MoveSets, EveryPlyTriesEachLegalMoveOnce) {
       kit::open_ply(n);
       for (std::size_t i = 0; i < c.moves.size(); ++i) {
         const referee::Move& m = c.moves[i];
-        const bool capture = is_capture(c.position, m);
-        const bool promotes = m.promo != 0 && has_promotion_loop(n);
-        store(n, m, capture);
+        const bool capture = kit::is_capture(c.position, m);
+        const bool promotes = m.promo != 0 && kit::has_promotion_loop(n);
+        kit::store(n, m, capture);
         const std::uint32_t alone = tried(capture ? ply.stored_capture : ply.stored_quiet);
         EXPECT_EQ(alone, promotes ? 0U : 1U) << c.fen << ' ' << m.text() << " ply " << n;
         if (alone == 1) {
@@ -129,13 +109,13 @@ TEST(MoveSets, NoPlyTriesAStoredMoveThatIsNotLegal) {
         for (int to = 0; to < 64; ++to) {
           const auto found = legal.find({from, to});
           const bool is_legal =
-              found != legal.end() && !(found->second.promo != 0 && has_promotion_loop(n));
+              found != legal.end() && !(found->second.promo != 0 && kit::has_promotion_loop(n));
           const referee::Move m = {from, to, 0};
-          const bool takes = is_legal && is_capture(c.position, m);
-          store(n, m, false);
+          const bool takes = is_legal && kit::is_capture(c.position, m);
+          kit::store(n, m, false);
           const std::uint32_t as_quiet = tried(ply.stored_quiet);
           EXPECT_EQ(as_quiet, is_legal && !takes ? 1U : 0U) << c.fen << ' ' << m.text() << ' ' << n;
-          store(n, m, true);
+          kit::store(n, m, true);
           const std::uint32_t as_capture = tried(ply.stored_capture);
           EXPECT_EQ(as_capture, takes ? 1U : 0U) << c.fen << ' ' << m.text() << ' ' << n;
           wrong += !is_legal;
@@ -149,11 +129,6 @@ TEST(MoveSets, NoPlyTriesAStoredMoveThatIsNotLegal) {
 
 // --- Loop by loop ---
 
-// The kind of a man by its letter: pawn 0 ... king 5.
-std::size_t kind_of(char man) {
-  return std::string_view("PNBRQKpnbrqk").find(man) % 6;
-}
-
 // The quiet moves of one man, and the captures of one man, as the arbiter has them.
 TEST(MoveSets, EachLoopTriesTheMovesOfItsSquare) {
   int loops = 0;
@@ -165,12 +140,12 @@ TEST(MoveSets, EachLoopTriesTheMovesOfItsSquare) {
     };
     for (int n = kit::first_ply; n <= kit::last_ply; ++n) {
       const kit::PlyMembers& ply = kit::members(n, white);
-      const bool apart = has_promotion_loop(n);
+      const bool apart = kit::has_promotion_loop(n);
       kit::open_ply(n);
       for (int s = 0; s < 64; ++s) {
         const char man = c.position.at(s);
         if (man == ' ') continue;
-        const std::size_t kind = kind_of(man);
+        const std::size_t kind = kit::kind_of(man);
         SCOPED_TRACE(c.fen + ' ' + referee::square_name(s) + " ply " + std::to_string(n));
         const auto expect_tries = [&](kit::Loop loop, std::uint32_t moves) {
           nodes = 0;
@@ -180,7 +155,7 @@ TEST(MoveSets, EachLoopTriesTheMovesOfItsSquare) {
         };
         if ((man < 'a') == white) {
           expect_tries(ply.livre[kind], count([&](const referee::Move& m) {
-                         return m.from == s && !is_capture(c.position, m) &&
+                         return m.from == s && !kit::is_capture(c.position, m) &&
                                 !(apart && m.promo != 0);
                        }));
           if (apart && kind == 0)
@@ -209,9 +184,9 @@ TEST(MoveSets, PlainLoopsLeaveOutWhatTestLoopsTry) {
       const kit::PlyMembers& ply = kit::members(n, white);
       kit::open_ply(n);
       for (const referee::Move& m : c.moves) {
-        if (m.promo != 0 && has_promotion_loop(n)) continue;
-        const bool capture = is_capture(c.position, m);
-        const std::size_t kind = kind_of(c.position.at(m.from));
+        if (m.promo != 0 && kit::has_promotion_loop(n)) continue;
+        const bool capture = kit::is_capture(c.position, m);
+        const std::size_t kind = kit::kind_of(c.position.at(m.from));
         const int s = capture ? m.to : m.from;
         const auto run = [&](kit::Loop loop) {
           nodes = 0;
@@ -220,7 +195,7 @@ TEST(MoveSets, PlainLoopsLeaveOutWhatTestLoopsTry) {
         };
         guardado[static_cast<std::size_t>(n)] = guardado_g[static_cast<std::size_t>(n)] = sem_lance;
         const std::uint32_t all = run(capture ? ply.gerador : ply.livre[kind]);
-        store(n, m, capture);
+        kit::store(n, m, capture);
         EXPECT_EQ(run(capture ? ply.gerador : ply.livre[kind]), all - 1)
             << c.fen << ' ' << m.text();
         EXPECT_EQ(run(capture ? ply.geradortest : ply.livretest[kind]), 1U)

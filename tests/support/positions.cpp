@@ -4,26 +4,13 @@
 #include <cstdint>
 #include <set>
 #include <string_view>
+#include <utility>
 
+#include "dice.h"
 #include "referee.h"
 
 namespace referee {
 namespace {
-
-// A 64-bit linear congruential generator, of which the upper half is used. Written out here so that
-// the set does not depend on the standard library at hand.
-class Dice {
- public:
-  explicit Dice(std::uint64_t seed) : state_(seed) {}
-
-  std::size_t below(std::size_t n) {
-    state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
-    return static_cast<std::size_t>((state_ >> 33) % n);
-  }
-
- private:
-  std::uint64_t state_;
-};
 
 struct Source {
   std::string_view fen;
@@ -51,32 +38,56 @@ constexpr std::array<Source, 10> sources = {{
     {"8/1b3k2/8/8/8/5N2/2K5/8 w - - 0 1", 4, 16, 4},
 }};
 
-std::vector<std::string> make() {
-  std::vector<std::string> fens;
-  std::set<std::string> seen;
-  std::uint64_t seed = 1;
-
-  for (const Source& source : sources) {
-    for (int game = 0; game < source.games; ++game) {
-      Dice dice(seed++);
-      Position p = Position::from_fen(source.fen);
-      for (int ply = 1; ply <= source.plies; ++ply) {
-        const std::vector<Move> moves = p.legal_moves();
-        if (moves.empty()) break;
-        p = p.after(moves[dice.below(moves.size())]);
-        if (ply % source.every != 0 || p.legal_moves().empty()) continue;
-        std::string fen = p.fen();
-        if (seen.insert(fen).second) fens.push_back(std::move(fen));
-      }
+class Collection {
+ public:
+  // A random game, of which the positions asked for are kept that have a move and are new.
+  void play(std::string_view from, int plies, int every) {
+    Dice dice(seed_++);
+    Position p = Position::from_fen(from);
+    for (int ply = 1; ply <= plies; ++ply) {
+      const std::vector<Move> moves = p.legal_moves();
+      if (moves.empty()) break;
+      p = p.after(moves[dice.below(moves.size())]);
+      if (ply % every == 0 && !p.legal_moves().empty()) keep(p.fen());
     }
   }
-  return fens;
+
+  void keep(std::string fen) {
+    if (seen_.insert(fen).second) fens_.push_back(std::move(fen));
+  }
+
+  std::vector<std::string> take() { return std::move(fens_); }
+
+ private:
+  std::uint64_t seed_ = 1;
+  std::vector<std::string> fens_;
+  std::set<std::string> seen_;
+};
+
+std::vector<std::string> make_varied() {
+  Collection all;
+  for (const Source& source : sources)
+    for (int game = 0; game < source.games; ++game)
+      all.play(source.fen, source.plies, source.every);
+  return all.take();
+}
+
+std::vector<std::string> make_many() {
+  Collection all;
+  for (const std::string& fen : varied_fens()) all.keep(fen);
+  for (const std::string& fen : varied_fens()) all.play(fen, 8, 1);
+  return all.take();
 }
 
 }  // namespace
 
 const std::vector<std::string>& varied_fens() {
-  static const std::vector<std::string> fens = make();
+  static const std::vector<std::string> fens = make_varied();
+  return fens;
+}
+
+const std::vector<std::string>& many_fens() {
+  static const std::vector<std::string> fens = make_many();
   return fens;
 }
 

@@ -12,4 +12,8 @@ namespace referee {
 // Each has a king of both colours, at least one legal move, and no king left to be taken.
 const std::vector<std::string>& varied_fens();
 
+// Those and what random games from each of them lead to: some thousands. For tests that are quick
+// with a position.
+const std::vector<std::string>& many_fens();
+
 }  // namespace referee

@@ -1,0 +1,195 @@
+"""One game through a real client, and its judgement.
+
+XBoard, on a display of its own that nobody sees, plays Korvu against Stockfish at its weakest;
+PolyGlot translates between XBoard's protocol and UCI. XBoard judges every move, the clock and the
+end of the game, and the project's own referee judges the record once more. The programs come from
+the Debian packages xboard, polyglot, stockfish and xvfb.
+"""
+
+import contextlib
+import dataclasses
+import os
+import pathlib
+import re
+import shutil
+import signal
+import subprocess
+
+# Against the book Korvu, as Black, answers six first moves only, so the game is opened for it.
+OPENING = """\
+[Event "Opening"]
+[Site "?"]
+[Date "????.??.??"]
+[Round "?"]
+[White "?"]
+[Black "?"]
+[Result "*"]
+
+1. e4 *
+"""
+
+OPPONENT = {"Skill Level": 0, "Hash": 16, "Move Overhead": 100}
+
+
+class GameFailed(Exception):
+    """There is no record of a game."""
+
+
+@dataclasses.dataclass(frozen=True)
+class Clock:
+    """Seconds for a whole game, and seconds more for each move."""
+
+    seconds: int
+    increment: float = 0
+
+    def longest(self):
+        """How long a game of two hundred moves may take, with a minute for the programs."""
+        return 2 * (self.seconds + 200 * self.increment) + 60
+
+
+def program(name):
+    path = shutil.which(name, path=os.environ.get("PATH", "") + os.pathsep + "/usr/games")
+    if path is None:
+        raise GameFailed(f"{name} is not installed")
+    return path
+
+
+@contextlib.contextmanager
+def display():
+    """The name of a new X display, as long as it is needed."""
+    server = subprocess.Popen(
+        [program("Xvfb"), "-displayfd", "1", "-nolisten", "tcp", "-screen", "0", "1024x768x24"],
+        stdout=subprocess.PIPE,
+        stderr=subprocess.DEVNULL,
+    )
+    try:
+        number = server.stdout.readline().decode().strip()
+        assert number, "the display did not start"
+        yield f":{number}"
+    finally:
+        server.terminate()
+        server.wait(timeout=20)
+        server.stdout.close()
+
+
+def adapter(folder, name, command, options):
+    """The command of a PolyGlot that runs this engine."""
+    settings = [
+        "[PolyGlot]",
+        f"EngineDir = {folder}",
+        f"EngineCommand = {command}",
+        "Book = false",
+        "Resign = false",
+        "Log = true",
+        f"LogFile = {folder / name}.log",
+        "[Engine]",
+        *(f"{option} = {value}" for option, value in options.items()),
+    ]
+    file = folder / f"{name}.ini"
+    file.write_text("\n".join(settings) + "\n", encoding="ascii")
+    return f"{program('polyglot')} {file}"
+
+
+@dataclasses.dataclass
+class Record:
+    text: str
+    tags: dict
+    moves: list  # in the notation of the record
+    remark: str  # the last one, in which XBoard says how the game ended
+    left_early: bool = False  # Korvu's process ended without being asked to
+
+
+def read_record(text):
+    tags = dict(re.findall(r'^\[(\w+) "(.*)"\]$', text, re.MULTILINE))
+    body = re.sub(r"^\[.*\]$", "", text, flags=re.MULTILINE)
+    remarks = re.findall(r"\{([^}]*)\}", body)
+    words = re.sub(r"\{[^}]*\}", " ", body).split()
+    assert words[-1] == tags["Result"]
+    moves = [word for word in words[:-1] if not re.fullmatch(r"\d+\.+", word)]
+    return Record(text, tags, moves, " ".join(remarks[-1].split()) if remarks else "")
+
+
+def play(folder, white, black, clock, opening=None):
+    """Plays one game and reads its record. The players are adapter commands."""
+    record = folder / "game.pgn"
+    minutes, seconds = divmod(clock.seconds, 60)
+    command = [program("xboard"), "-noGUI", "-fcp", white, "-scp", black]
+    command += ["-matchGames", "1", "-timeControl", f"{minutes}:{seconds:02}"]
+    command += ["-timeIncrement", str(clock.increment), "-xponder"]
+    command += ["-saveGameFile", str(record)]
+    command += ["-testLegality", "true", "-checkMates", "true", "-testClaims", "true"]
+    command += ["-materialDraws", "true", "-trivialDraws", "false"]
+    command += ["-ruleMoves", "50", "-repeatsToDraw", "3", "-autoCallFlag", "true"]
+    command += ["-popupExitMessage", "false", "-popupMoveErrors", "false"]
+    if opening:
+        file = folder / "opening.pgn"
+        file.write_text(opening, encoding="ascii")
+        command += ["-loadGameFile", str(file), "-loadGameIndex", "1"]
+
+    with display() as name, open(folder / "xboard.log", "wb") as log:
+        client = subprocess.Popen(
+            command,
+            stdin=subprocess.DEVNULL,
+            stdout=log,
+            stderr=subprocess.STDOUT,
+            cwd=folder,
+            env={**os.environ, "DISPLAY": name, "HOME": str(folder)},
+            start_new_session=True,
+        )
+        try:
+            status = client.wait(timeout=clock.longest())
+        except subprocess.TimeoutExpired:
+            os.killpg(client.pid, signal.SIGKILL)
+            client.wait()
+            raise GameFailed(f"no end within {clock.longest()} seconds") from None
+    messages = (folder / "xboard.log").read_text(errors="replace")
+    if status != 0 or not record.exists():
+        raise GameFailed(messages)
+    return read_record(record.read_text(encoding="ascii"))
+
+
+def left_early(log):
+    """Whether PolyGlot's log tells of an end that it had not asked for. XBoard is not told, and
+    waits for the clock to run out."""
+    before, end, _ = log.partition("Engine->Adapter: EOF")
+    return end != "" and "Adapter->Engine: quit" not in before
+
+
+def korvu_against_the_weakest(folder, engine, colour, clock):
+    """Plays one game with Korvu as "White" or "Black"."""
+    korvu = adapter(folder, "korvu", engine, {})
+    other = adapter(folder, "other", program("stockfish"), OPPONENT)
+    if colour == "White":
+        record = play(folder, korvu, other, clock)
+    else:
+        record = play(folder, other, korvu, clock, OPENING)
+    record.left_early = left_early((folder / "korvu.log").read_text(errors="replace"))
+    return record
+
+
+def running(executable):
+    """The processes that run this file."""
+    found = []
+    for process in pathlib.Path("/proc").glob("[0-9]*"):
+        with contextlib.suppress(OSError):
+            if (process / "exe").resolve() == executable:
+                found.append(int(process.name))
+    return found
+
+
+def judge(referee, moves):
+    """What the referee says of a game: a dictionary of its answers, of which "illegal" is one if
+    there is such a move."""
+    result = subprocess.run(
+        [referee, "--san"], input=" ".join(moves), capture_output=True, text=True, check=False
+    )
+    assert result.returncode in (0, 1), result.stderr
+    return dict(line.split(": ", 1) for line in result.stdout.splitlines())
+
+
+def result_of(verdict, plies):
+    """The result that the rules give to a game that ends so."""
+    if verdict == "checkmate":
+        return "1-0" if plies % 2 == 1 else "0-1"
+    assert verdict in ("stalemate", "material", "repetition", "fifty")
+    return "1/2-1/2"

@@ -1,0 +1,148 @@
+#!/usr/bin/env python3
+"""Plays a match of whole games and tells how they went.
+
+    match.py ENGINE REFEREE [--games N] [--clock SECONDS+INCREMENT] [--save FILE]
+
+ENGINE is the built korvu and REFEREE the built korvu-referee. Colours alternate, White first. Each
+game is told when it has ended, and all of them at the end. Several matches can run side by side.
+Ends with 1 when a game was not played to an end that the rules know, and that was Korvu's doing.
+"""
+
+import argparse
+import collections
+import dataclasses
+import pathlib
+import re
+import shutil
+import sys
+import tempfile
+import time
+
+from game import Clock, GameFailed, judge, korvu_against_the_weakest, result_of, running
+
+# What a game can end by, other than by the rules. The loser is the one whose doing it was.
+MISHAPS = {
+    "illegal": r"illegal",
+    "time": r"time|flag",
+    "resigned": r"resign",
+}
+
+
+@dataclasses.dataclass
+class Outcome:
+    kind: str  # an end by the rules, a mishap, or "unfinished"
+    points: float | None  # Korvu's, None for a game without a result
+    plies: int
+    remark: str
+
+    def is_korvus_fault(self):
+        return self.kind in ("crash", "unfinished", "disputed", "stays behind") or (
+            self.kind in MISHAPS and self.points == 0
+        )
+
+
+def points_of(result, colour):
+    if result == "1/2-1/2":
+        return 0.5
+    if result not in ("1-0", "0-1"):
+        return None
+    return 1.0 if (result == "1-0") == (colour == "White") else 0.0
+
+
+def outcome_of(record, colour, referee):
+    """Reads a record as XBoard and the referee have judged it."""
+    judged = judge(referee, record.moves)
+    result = record.tags["Result"]
+    plies, points = len(record.moves), points_of(result, colour)
+    if record.left_early:
+        return Outcome("crash", points, plies, record.remark)
+    if "illegal" in judged:
+        return Outcome("disputed", points, plies, "illegal: " + judged["illegal"])
+    if judged["verdict"] != "open":
+        agreed = result == result_of(judged["verdict"], plies)
+        kind = judged["verdict"] if agreed else "disputed"
+        return Outcome(kind, points, plies, record.remark)
+    for kind, pattern in MISHAPS.items():
+        if re.search(pattern, record.remark, re.IGNORECASE):
+            return Outcome(kind, points, plies, record.remark)
+    return Outcome("unfinished", points, plies, record.remark)
+
+
+def all_gone(engine):
+    """Waits for the processes of the engine to end with their client."""
+    deadline = time.monotonic() + 10
+    while running(engine) and time.monotonic() < deadline:
+        time.sleep(0.1)
+    return not running(engine)
+
+
+def play_one(engine, referee, colour, clock, save):
+    with tempfile.TemporaryDirectory() as name:
+        try:
+            record = korvu_against_the_weakest(pathlib.Path(name), engine, colour, clock)
+        except GameFailed as failed:
+            return Outcome("unfinished", None, 0, str(failed))
+    if save:
+        with open(save, "a", encoding="ascii") as file:
+            file.write(record.text.strip() + "\n\n")
+    outcome = outcome_of(record, colour, referee)
+    if not all_gone(engine):
+        outcome.kind = "stays behind"
+    return outcome
+
+
+def summary(outcomes):
+    kinds = collections.Counter(outcome.kind for outcome in outcomes)
+    faults = [outcome for outcome in outcomes if outcome.is_korvus_fault()]
+    finished = sum(outcome.points is not None for outcome in outcomes)
+    points = sum(outcome.points or 0 for outcome in outcomes)
+    of_korvu = collections.Counter(outcome.kind for outcome in faults)
+    return "\n".join(
+        [
+            f"games      {len(outcomes)}",
+            f"finished   {finished}",
+            f"illegal    {of_korvu['illegal']} by Korvu",
+            f"time       {of_korvu['time']} lost by Korvu",
+            f"crashes    {of_korvu['crash']}",
+            f"unfinished {of_korvu['unfinished']}",
+            f"score      {points:g} of {finished} for Korvu",
+            f"plies      {sum(outcome.plies for outcome in outcomes)}",
+            "ends       " + ", ".join(f"{kind} {n}" for kind, n in kinds.most_common()),
+        ]
+    )
+
+
+def clock_of(text):
+    seconds, _, increment = text.partition("+")
+    return Clock(int(seconds), float(increment or 0))
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Korvu against the weakest Stockfish.")
+    parser.add_argument("engine", type=pathlib.Path)
+    parser.add_argument("referee", type=pathlib.Path)
+    parser.add_argument("--games", type=int, default=2)
+    parser.add_argument("--clock", type=clock_of, default=Clock(10, 0.1))
+    parser.add_argument("--save", type=pathlib.Path, help="append the records to this file")
+    options = parser.parse_args()
+
+    outcomes = []
+    referee = options.referee.resolve()
+    with tempfile.TemporaryDirectory() as name:
+        # A copy, so that its processes can be told from all others.
+        engine = pathlib.Path(shutil.copy(options.engine, pathlib.Path(name) / "korvu")).resolve()
+        for number in range(options.games):
+            colour = ("White", "Black")[number % 2]
+            outcome = play_one(engine, referee, colour, options.clock, options.save)
+            outcomes.append(outcome)
+            print(
+                f"{number + 1:3} {colour}: {outcome.points} points, {outcome.kind} after "
+                f"{outcome.plies} plies. {outcome.remark}",
+                flush=True,
+            )
+    print(summary(outcomes))
+    return any(outcome.is_korvus_fault() for outcome in outcomes)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
