@@ -2,30 +2,35 @@
 
 namespace korvu {
 
+namespace {
+
+// Does one of these men, each in line with s, see it?
+bool ve_a_casa(Bits homens, int s, Bits ocupadas) {
+  return cada_casa(homens, [=](int de) {
+    const int d = direcao_entre[static_cast<std::size_t>(s)][static_cast<std::size_t>(de)];
+    const Bits entre = raio(d, s).casas & ~raio(d, de).casas & ~bit(de);
+    return (entre & ocupadas) == 0;
+  });
+}
+
+}  // namespace
+
+template <Cor cor>
+bool atacada(const Homens& h, int s) {
+  constexpr Cor outro = outra(cor);
+  const auto i = static_cast<std::size_t>(s);
+  const Bits damas = h.de<outro>(Peca::dama);
+  const Bits perto = (h.de<outro>(Peca::peao) & peao_ataca<cor>[i]) |
+                     (h.de<outro>(Peca::cavalo) & saltos_de[i]) |
+                     (h.de<outro>(Peca::rei) & vizinhas_de[i]);
+  const Bits longe = ((h.de<outro>(Peca::torre) | damas) & retas_de[i]) |
+                     ((h.de<outro>(Peca::bispo) | damas) & diagonais_de[i]);
+  return perto != 0 || (longe != 0 && ve_a_casa(longe, s, h.ocupadas));
+}
+
 template <Cor cor>
 bool atacada(const Tabuleiro& t, int x, int y) {
-  using L = Lado<cor>;
-  using Inimigo = Lado<L::outro>;
-  const auto tem = [&](int i, int j, std::uint8_t codigo) {
-    return dentro(i, j) && t[casa(i, j)] == codigo;
-  };
-  const auto raio_tem = [&](Passo d, std::uint8_t oficial) {
-    return anda(t, x, y, d, [&](int i, int j) {
-      const std::uint8_t q = t[casa(i, j)];
-      return q == oficial || q == Inimigo::dama;
-    });
-  };
-  if (tem(x + 1, y + L::frente, Inimigo::peao) || tem(x - 1, y + L::frente, Inimigo::peao))
-    return true;
-  for (Passo d : passos_do_rei)
-    if (tem(x + d.dx, y + d.dy, Inimigo::rei)) return true;
-  for (Passo d : saltos_do_cavalo)
-    if (tem(x + d.dx, y + d.dy, Inimigo::cavalo)) return true;
-  for (Passo d : raios_do_bispo)
-    if (raio_tem(d, Inimigo::bispo)) return true;
-  for (Passo d : raios_da_torre)
-    if (raio_tem(d, Inimigo::torre)) return true;
-  return false;
+  return atacada<cor>(Homens::so_de<outra(cor)>(t), static_cast<int>(casa(x, y)));
 }
 
 template <Cor cor>
@@ -43,6 +48,8 @@ void verifica_xeque() {
 
 template bool atacada<Cor::b>(const Tabuleiro&, int, int);
 template bool atacada<Cor::p>(const Tabuleiro&, int, int);
+template bool atacada<Cor::b>(const Homens&, int);
+template bool atacada<Cor::p>(const Homens&, int);
 template void verifica_rei<Cor::b>();
 template void verifica_rei<Cor::p>();
 template void verifica_xeque<Cor::b>();

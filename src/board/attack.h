@@ -1,6 +1,7 @@
 // Is a king attacked? Every test looks at a board afresh and leaves its answer in a result byte.
 #pragma once
 
+#include "board/bits.h"
 #include "board/state.h"
 #include "board/types.h"
 
@@ -10,16 +11,18 @@ namespace korvu {
 template <Cor cor>
 bool atacada(const Tabuleiro& t, int x, int y);
 
+// The same for the men of a board and a square of it.
+template <Cor cor>
+bool atacada(const Homens& h, int s);
+
 // The test at every square of t that holds the king of `cor`; f(x, y) is called on each such square
 // first. A board without that king gives false.
 template <Cor cor, class F>
 bool rei_atacado(const Tabuleiro& t, F f) {
   bool atacado = false;
-  percorre_tabuleiro([&](int x, int y, std::size_t s) {
-    if (t[s] == Lado<cor>::rei) {
-      f(x, y);
-      if (atacada<cor>(t, x, y)) atacado = true;
-    }
+  cada_casa(onde(t, Lado<cor>::rei), [&](int s) {
+    f(coluna(s), fila_de(s));
+    if (atacada<cor>(t, coluna(s), fila_de(s))) atacado = true;
     return false;
   });
   return atacado;
@@ -80,6 +83,8 @@ bool roque_livre() {
 
 extern template bool atacada<Cor::b>(const Tabuleiro&, int, int);
 extern template bool atacada<Cor::p>(const Tabuleiro&, int, int);
+extern template bool atacada<Cor::b>(const Homens&, int);
+extern template bool atacada<Cor::p>(const Homens&, int);
 extern template void verifica_rei<Cor::b>();
 extern template void verifica_rei<Cor::p>();
 extern template void verifica_xeque<Cor::b>();
