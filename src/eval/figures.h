@@ -9,6 +9,7 @@
 #include "board/tables.h"
 #include "eval/freedom.h"
 #include "eval/knobs.h"
+#include "eval/pawns.h"
 
 namespace korvu {
 
@@ -78,7 +79,7 @@ class Varre {
   }
 
   std::uint8_t em(int x, int y) const { return t_[casa(x, y)]; }
-  bool tem(int x, int y, std::uint8_t codigo) const { return dentro(x, y) && em(x, y) == codigo; }
+  bool tem(int x, int y, std::uint8_t codigo) const { return tem_codigo(t_, x, y, codigo); }
 
   // Divisor of the distance from (x, y) to the king of `cor`.
   template <Cor cor>
@@ -121,17 +122,15 @@ class Varre {
   void capturas_do_peao(int x, int y);
   template <Cor cor>
   void ganho_do_peao(int x, int y, int v);
-  template <Cor cor>
-  void estrutura_do_peao(int x, int y);
-  template <Cor cor>
-  bool alavanca(int x, int y, int lado) const;
-  template <Cor cor>
-  void passado(int x, int y);
 
   const Tabuleiro& t_;
   const int n_ = npecasb + npecasp;  // men at the root
   std::array<Figuras, 2> f_{};
 };
+
+// The leaf's, which runs a thousand times as often, is written for speed: eval/leaf_scan.h.
+template <Cor raiz, Cor ataca>
+class Varre<Varredura::folha, raiz, ataca>;
 
 template <Varredura V, Cor raiz, Cor ataca>
 template <Cor cor>
@@ -172,13 +171,13 @@ void Varre<V, raiz, ataca>::nota(int x, int y) {
   soma(f.kdefend, 1.0 / ao_rei<cor>(x, y));
 }
 
-// At the root only legal moves count as mobility.
+// At the root only legal moves count as mobility; at a leaf, all.
 template <Varredura V, Cor raiz, Cor ataca>
 template <Cor cor>
 void Varre<V, raiz, ataca>::conta_mob(int x1, int y1, int x2, int y2) {
   if constexpr (V == Varredura::raiz) verifica_liberdade<cor>(x1, y1, x2, y2);
   if constexpr (V == Varredura::estrategia) verifica_liberdadee<cor>(x1, y1, x2, y2);
-  if (V == Varredura::folha || !YY) ++figuras<cor>().mob;
+  if (!YY) ++figuras<cor>().mob;
 }
 
 template <Varredura V, Cor raiz, Cor ataca>
@@ -321,56 +320,6 @@ void Varre<V, raiz, ataca>::capturas_do_peao(int x, int y) {
     if (dentro(i, y + L::frente) && L::propria(em(i, y + L::frente))) ++f.def;
 }
 
-// Can the pawn be opened by a lever towards file x + lado? The file and the one beyond the capture
-// square must be free of enemy pawns from two ranks ahead to the rank before promotion.
-template <Varredura V, Cor raiz, Cor ataca>
-template <Cor cor>
-bool Varre<V, raiz, ataca>::alavanca(int x, int y, int lado) const {
-  using L = Lado<cor>;
-  using Inimigo = Lado<L::outro>;
-  const int i = x + lado, j = y + L::frente;
-  if (!dentro(i, j) || em(i, j) == L::peao || em(i, j) == Inimigo::peao) return false;
-  const int partida = L::fila(y) + 2;
-  for (int r = partida; r <= 6; ++r)
-    if (em(x, L::fila(r)) == Inimigo::peao || tem(i + lado, L::fila(r), Inimigo::peao))
-      return false;
-  return partida <= 6;
-}
-
-// Walks to the rank before promotion; neighbours met on the way count even when the walk then ends
-// with nothing.
-template <Varredura V, Cor raiz, Cor ataca>
-template <Cor cor>
-void Varre<V, raiz, ataca>::passado(int x, int y) {
-  using L = Lado<cor>;
-  using Inimigo = Lado<L::outro>;
-  Figuras& f = figuras<cor>();
-  for (int r = L::fila(y) + 1; r <= 6; ++r) {
-    const int j = L::fila(r);
-    if (em(x, j) == Inimigo::peao || em(x, j) == L::peao || tem(x + 1, j, Inimigo::peao) ||
-        tem(x - 1, j, Inimigo::peao))
-      return;
-    for (const int i : {x + 1, x - 1})
-      if (tem(i, j, L::peao)) soma(f.pos, 10);
-  }
-  soma(f.pos, 33);
-}
-
-template <Varredura V, Cor raiz, Cor ataca>
-template <Cor cor>
-void Varre<V, raiz, ataca>::estrutura_do_peao(int x, int y) {
-  using L = Lado<cor>;
-  Figuras& f = figuras<cor>();
-  if (y == L::fila(6)) soma(f.pos, 100);
-  for (const int i : {x + 1, x - 1})
-    if (tem(i, y, L::peao)) soma(f.pos, 13);
-  for (const int i : {x + 1, x - 1})
-    if (tem(i, y + L::frente, L::peao)) soma(f.pos, 11);
-  for (const int lado : {+1, -1})
-    if (alavanca<cor>(x, y, lado)) soma(f.pos, 25);
-  passado<cor>(x, y);
-}
-
 template <Varredura V, Cor raiz, Cor ataca>
 template <Cor cor>
 void Varre<V, raiz, ataca>::peao(int x, int y) {
@@ -379,7 +328,7 @@ void Varre<V, raiz, ataca>::peao(int x, int y) {
   f.estende(x, y);
   peao_e_rei<cor>(x, y);
   capturas_do_peao<cor>(x, y);
-  estrutura_do_peao<cor>(x, y);
+  estrutura_do_peao<cor>(t_, x, y, [&f](int n) { soma(f.pos, n); });
 }
 
 }  // namespace korvu

@@ -1,7 +1,11 @@
 #include "eval/leaf.h"
 
 #include <algorithm>
+#include <cstring>
 
+#include "eval/leaf_cache.h"
+#include "eval/leaf_scan.h"
+#include "eval/quick_log.h"
 #include "eval/quotients.h"
 
 namespace korvu {
@@ -17,6 +21,79 @@ bool falta_material(const Figuras& b, const Figuras& p) {
   return so_leves && fraco(b) && fraco(p);
 }
 
+// The correction as it is defined: in extended precision, the root move's own assessment first.
+template <Cor raiz>
+long double soma_exata(const Figuras& r, const Figuras& o) {
+  long double total = extraevalll;
+  total += avanco(r) - avanco(o);
+  total += densidade(r) - densidade(o);
+  total += peso(r, o);
+  total += valor_do_roque<raiz>();
+  total += ataque_por_defesa(r, o);
+  total += defesa_do_rei(r, o);
+  total += ataque_ao_rei(r, o);
+  total += mobilidade(r, o);
+  total += posicao(r, o);
+  return total;
+}
+
+double avanco_rapido(const Figuras& f) {
+  return (f.advance + 0.1) / (f.officers + f.pawns + 1);
+}
+double densidade_rapida(const Figuras& f) {
+  return static_cast<double>(f.pawns + 1) / ((f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1));
+}
+
+// The same sum without extraevalll, to within margem_da_soma; no number where a quotient has no
+// logarithm. The two quotients of the kings share theirs.
+template <Cor raiz>
+double soma_rapida(const Figuras& r, const Figuras& o) {
+  const double base_r = static_cast<double>(r.pos) + r.cen + 10.1;
+  const double base_o = static_cast<double>(o.pos) + o.cen + 10.1;
+  if (!(base_r > 0 && base_o > 0)) return std::numeric_limits<double>::quiet_NaN();
+  const double reis = ((r.kdefend + (r.shield + 3.0)) * (r.kattack + 3.0)) /
+                      ((o.kattack + 3.0) * (o.kdefend + (o.shield + 3.0)));
+  double total = avanco_rapido(r) - avanco_rapido(o) + densidade_rapida(r) - densidade_rapida(o);
+  total += 2 * (ln_do_peso(r.weight) - ln_do_peso(o.weight));
+  if (roque_b != 0 || roque_p != 0)
+    total += roque_v * (ln_inteiro(roque<raiz>() + 3) - ln_inteiro(roque<outra(raiz)>() + 3));
+  const double peso_da_raiz = shashinn;
+  total += peso_da_raiz * 0.01 * (ln_inteiro(r.att + 3) - ln_inteiro(r.def + 3));
+  total += peso_da_raiz * 0.001 * (ln_inteiro(o.att + 3) - ln_inteiro(o.def + 3));
+  total += 5 * std::log(reis);
+  total += static_cast<double>(MOB) * (ln_inteiro(r.mob + 3) - ln_inteiro(o.mob + 3));
+  total += static_cast<double>(PM) * std::log(base_r / base_o);
+  return total;
+}
+
+float com_logaritmo_exato(float raiz, float outro) {
+  const long double r = raiz, o = outro;
+  return static_cast<float>(r - o + MQ * logaritmo(r / o));
+}
+
+template <Cor raiz, Cor ataca>
+ResumoDaFolha resume() {
+  const Varre<Varredura::folha, raiz, ataca> v(tab2);
+  const Figuras& b = v.template de<Cor::b>();
+  const Figuras& p = v.template de<Cor::p>();
+  const double soma = raiz == Cor::b ? soma_rapida<raiz>(b, p) : soma_rapida<raiz>(p, b);
+  return {soma, {b.kattack, b.kdefend, b.cen}, {p.kattack, p.kdefend, p.cen}, falta_material(b, p)};
+}
+
+// Where the fast sum cannot tell the float.
+template <Cor raiz, Cor ataca>
+float soma_da_folha_exata() {
+  const Varre<Varredura::folha, raiz, ataca> v(tab2);
+  return arredonda(soma_exata<raiz>(v.template de<raiz>(), v.template de<outra(raiz)>()));
+}
+
+template <Cor raiz, Cor ataca>
+float soma_da_folha(double sem_heranca) {
+  float soma;
+  if (arredonda_com_certeza(sem_heranca + static_cast<double>(extraevalll), soma)) return soma;
+  return soma_da_folha_exata<raiz, ataca>();
+}
+
 }  // namespace
 
 float diferenca(float raiz, float outro) {
@@ -29,30 +106,28 @@ float com_quociente(float raiz, float outro) {
 }
 
 float com_logaritmo(float raiz, float outro) {
-  const long double r = raiz, o = outro;
-  return static_cast<float>(r - o + MQ * logaritmo(r / o));
+  if (raiz == outro && raiz > 0) return 0;
+  const double r = raiz, o = outro;
+  float soma;
+  if (ha_ln_do_total(raiz) && ha_ln_do_total(outro) &&
+      arredonda_com_certeza(
+          r - o + static_cast<double>(MQ) * (ln_do_total(raiz) - ln_do_total(outro)), soma))
+    return soma;
+  return com_logaritmo_exato(raiz, outro);
 }
 
 template <Cor raiz, Cor ataca>
 void extra_eval() {
-  extraeval = 0;
-  const Varre<Varredura::folha, raiz, ataca> v(tab2);
-  const Figuras& r = v.template de<raiz>();
-  const Figuras& o = v.template de<outra(raiz)>();
-  long double total = extraevalll;
-  total += avanco(r) - avanco(o);
-  total += densidade(r) - densidade(o);
-  total += peso(r, o);
-  total += valor_do_roque<raiz>();
-  total += ataque_por_defesa(r, o);
-  total += defesa_do_rei(r, o);
-  total += ataque_ao_rei(r, o);
-  total += mobilidade(r, o);
-  total += posicao(r, o);
+  const ResumoDaFolha& v = resumo_de(tab2, chave_da_folha<raiz, ataca>(), resume<raiz, ataca>);
   const auto limite = static_cast<float>(piecesac);
-  extraeval = std::clamp(arredonda(total), -limite, limite);
-  EMPAT = falta_material(v.template de<Cor::b>(), v.template de<Cor::p>());
-  registra_somas(v.template de<Cor::b>(), v.template de<Cor::p>());
+  extraeval = std::clamp(soma_da_folha<raiz, ataca>(v.soma), -limite, limite);
+  EMPAT = v.falta_material;
+  atack_ksf_b = v.branco.kattack;
+  defesa_ksf_b = v.branco.kdefend;
+  centro_b = v.branco.cen;
+  atack_ksf_p = v.preto.kattack;
+  defesa_ksf_p = v.preto.kdefend;
+  centro_p = v.preto.cen;
   if (raiz == ataca) ddep = std::max(ddep, deep);
 }
 

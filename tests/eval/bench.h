@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "board/state.h"
-#include "eval/figures.h"
+#include "eval/leaf_scan.h"
 #include "eval/plain_twin.h"
 
 namespace bench {

@@ -1,0 +1,446 @@
+// The scan of a leaf, the engine's innermost work. It gives the figures of figures.h, to the last
+// bit, in a fraction of the time: rays come from tables, counts from sets, and the squares that a
+// side reaches are listed first and summed afterwards, both sides in step, so that the additions,
+// which must be made one after the other, do not wait for each other.
+#pragma once
+
+#include "board/bits.h"
+#include "eval/figures.h"
+
+namespace korvu {
+
+using Inversos = std::array<std::array<double, 64>, 64>;
+
+// 1 / divisor between two squares.
+inline constexpr Inversos inverso_do_divisor = [] {
+  Inversos t{};
+  for (int r = 0; r < 64; ++r)
+    for (int s = 0; s < 64; ++s)
+      t[static_cast<std::size_t>(r)][static_cast<std::size_t>(s)] =
+          1.0 / divisor(coluna(r), fila_de(r), coluna(s), fila_de(s));
+  return t;
+}();
+
+// Squares reached by a leap, in the order of the scan.
+struct Saltos {
+  std::array<std::uint8_t, 8> lista{};
+  std::uint8_t n = 0;
+};
+using TabelaDeSaltos = std::array<Saltos, 64>;
+
+template <std::size_t n>
+constexpr TabelaDeSaltos saltos_em_ordem(const std::array<Passo, n>& passos) {
+  TabelaDeSaltos t{};
+  for (std::size_t s = 0; s < 64; ++s)
+    for (const Passo p : passos) {
+      const int x = coluna(static_cast<int>(s)) + p.dx, y = fila_de(static_cast<int>(s)) + p.dy;
+      if (dentro(x, y)) t[s].lista[t[s].n++] = static_cast<std::uint8_t>(casa(x, y));
+    }
+  return t;
+}
+
+template <Cor cor, Peca p>
+inline constexpr TabelaDeSaltos saltos_na_varredura =
+    p == Peca::cavalo ? saltos_em_ordem(saltos_da_varredura)
+    : p == Peca::rei  ? saltos_em_ordem(passos_do_rei)
+                      : saltos_em_ordem<2>({{{+1, Lado<cor>::frente}, {-1, Lado<cor>::frente}}});
+
+// The squares on which a pawn of `cor` shields its king on the square.
+template <Cor cor>
+inline constexpr Conjuntos escudo_de = [] {
+  Conjuntos c{};
+  for (int r = 0; r < 64; ++r)
+    for (int dx = -1; dx <= 1; ++dx)
+      for (int dy = 0; dy <= 2; ++dy) {
+        const int x = coluna(r) + dx, y = fila_de(r) + Lado<cor>::frente * dy;
+        if (dentro(x, y)) c[static_cast<std::size_t>(r)] |= bit(static_cast<int>(casa(x, y)));
+      }
+  return c;
+}();
+
+// What the structure gives each pawn of the board, in the order of the scan: the sum of its terms.
+inline constexpr std::size_t maximo_de_peoes = 16;
+using Estruturas = std::array<std::int16_t, maximo_de_peoes>;
+
+// The structure of the pawns on t, from a small cache keyed by both sides' pawns, of which there
+// are at most 16 together.
+const Estruturas& estruturas_de(const Tabuleiro& t, Bits peoes_b, Bits peoes_p);
+
+template <Cor raiz, Cor ataca>
+class Varre<Varredura::folha, raiz, ataca> {
+ public:
+  explicit Varre(const Tabuleiro& t) : t_(t) {
+    varre();
+    conta_peoes<Cor::b>();
+    conta_peoes<Cor::p>();
+    soma_alcances();
+    fecha<Cor::b>();
+    fecha<Cor::p>();
+  }
+
+  template <Cor cor>
+  const Figuras& de() const {
+    return lado<cor>().f;
+  }
+
+ private:
+  static constexpr std::size_t maximo_de_alcances = 64 * 27 + sizeof(Saltos::lista);
+
+  struct DoLado {
+    Figuras f;
+    Bits homens, peoes, extensao;  // extensao: pawns and kings
+    std::uint64_t contas = 0;      // mob, att and def, 16 bits each
+    std::uint64_t especies = 0;    // advance in 16 bits, then the number of men by kind in 8 each
+    std::size_t n = 0;
+    std::array<std::uint8_t, maximo_de_alcances> alcances;  // the first n: squares reached
+  };
+
+  static constexpr std::uint64_t um_mob = 1, um_att = um_mob << 16, um_def = um_att << 16;
+  static constexpr std::uint64_t um_de(Peca p) {
+    return std::uint64_t{1} << (16 + 8 * static_cast<int>(p));
+  }
+
+  template <Cor cor>
+  DoLado& lado() {
+    return cor == Cor::b ? branco_ : preto_;
+  }
+  template <Cor cor>
+  const DoLado& lado() const {
+    return cor == Cor::b ? branco_ : preto_;
+  }
+  template <Cor cor>
+  std::size_t casa_do_rei() const {
+    return casa(rei_x<cor>(), rei_y<cor>());
+  }
+  template <Cor cor>
+  int ao_rei(int s) const {
+    return divisor(coluna(s), fila_de(s), rei_x<cor>(), rei_y<cor>());
+  }
+  template <Cor cor>
+  static double escala() {
+    return cor == raiz ? static_cast<double>(agresprxrei) : 1.0;
+  }
+
+  void varre();
+  template <Cor cor>
+  void peao(int s);
+  template <Cor cor>
+  void ganhos_do_peao(int s, Bits vitimas);
+  template <Cor cor>
+  void estrutura(int s);
+  template <Cor cor, Peca p>
+  void oficial(int s);
+  template <Cor cor>
+  void rei(int s);
+  template <Cor cor, Peca p>
+  void encontra(std::uint8_t q, bool reta_em_x);
+  template <Cor cor, Peca p, int d>
+  void anda_no_raio(int s);
+  template <Cor cor, Peca p>
+  void salta(int s);
+  template <Cor cor>
+  void conta_peoes();
+  void soma_alcances();
+  template <Cor cor>
+  void fecha();
+
+  const Tabuleiro& t_;
+  const Bits ocupadas_ = korvu::ocupadas(t_);
+  const bool poucos_ = npecasb + npecasp < 15;
+  DoLado branco_, preto_;
+  std::array<std::int16_t, maximo_de_peoes> estruturas_;
+  std::size_t peao_ = 0;  // pawns met so far
+  bool estruturas_prontas_ = false;
+  template <Cor cor>
+  static bool rei_ativo() {
+    return material_maior<outra(cor)>() <= 90;
+  }
+};
+
+template <Cor raiz, Cor ataca>
+void Varre<Varredura::folha, raiz, ataca>::varre() {
+  const Bits pretas = negativas(t_);
+  branco_.homens = ocupadas_ & ~pretas;
+  preto_.homens = ocupadas_ & pretas;
+  branco_.extensao = branco_.peoes = onde(t_, Lado<Cor::b>::peao);
+  preto_.extensao = preto_.peoes = onde(t_, Lado<Cor::p>::peao);
+  if (static_cast<std::size_t>(std::popcount(branco_.peoes | preto_.peoes)) <= maximo_de_peoes) {
+    estruturas_ = estruturas_de(t_, branco_.peoes, preto_.peoes);
+    estruturas_prontas_ = true;
+  }
+  for (Bits b = ocupadas_; b != 0; b &= b - 1) {
+    const int s = primeira_de(b);
+    switch (t_[static_cast<std::size_t>(s)]) {
+      case Lado<Cor::b>::peao:
+        peao<Cor::b>(s);
+        break;
+      case Lado<Cor::p>::peao:
+        peao<Cor::p>(s);
+        break;
+      case Lado<Cor::b>::cavalo:
+        oficial<Cor::b, Peca::cavalo>(s);
+        break;
+      case Lado<Cor::p>::cavalo:
+        oficial<Cor::p, Peca::cavalo>(s);
+        break;
+      case Lado<Cor::b>::bispo:
+        oficial<Cor::b, Peca::bispo>(s);
+        break;
+      case Lado<Cor::p>::bispo:
+        oficial<Cor::p, Peca::bispo>(s);
+        break;
+      case Lado<Cor::b>::torre:
+        oficial<Cor::b, Peca::torre>(s);
+        break;
+      case Lado<Cor::p>::torre:
+        oficial<Cor::p, Peca::torre>(s);
+        break;
+      case Lado<Cor::b>::dama:
+        oficial<Cor::b, Peca::dama>(s);
+        break;
+      case Lado<Cor::p>::dama:
+        oficial<Cor::p, Peca::dama>(s);
+        break;
+      case Lado<Cor::b>::rei:
+        rei<Cor::b>(s);
+        break;
+      case Lado<Cor::p>::rei:
+        rei<Cor::p>(s);
+        break;
+      default:
+        break;
+    }
+  }
+}
+
+// A man of code q stands on a reached square. Empty squares are counted by the caller.
+template <Cor raiz, Cor ataca>
+template <Cor cor, Peca p>
+void Varre<Varredura::folha, raiz, ataca>::encontra(std::uint8_t q, bool reta_em_x) {
+  using L = Lado<cor>;
+  DoLado& l = lado<cor>();
+  const int visto = L::visto(q);
+  l.contas += (visto < 0 ? um_att : 0) + (visto > 0 ? um_def - um_mob : 0);
+  if constexpr (cor == ataca && (p == Peca::cavalo || p == Peca::bispo || p == Peca::torre))
+    if (-visto > valor_de(p)) l.f.pos += static_cast<float>(-visto - valor_de(p));
+  if constexpr (p == Peca::torre || p == Peca::dama)
+    if (q == L::dama || q == L::torre) l.f.pos += p == Peca::dama ? 1.0F : reta_em_x ? 3.0F : 5.0F;
+}
+
+template <Cor raiz, Cor ataca>
+template <Cor cor, Peca p, int d>
+void Varre<Varredura::folha, raiz, ataca>::anda_no_raio(int s) {
+  DoLado& l = lado<cor>();
+  const int f = fim_do_raio<d>(ocupadas_, s);
+  const int n = passos_ate<d>(s, f);
+  std::copy_n(raio(d, s).lista.begin(), raio(d, s).lista.size(), l.alcances.begin() + l.n);
+  l.n += static_cast<std::size_t>(n);
+  l.contas += static_cast<std::uint64_t>(n) * um_mob;
+  const std::uint8_t q = n == 0 ? vazia : t_[static_cast<std::size_t>(f)];
+  encontra<cor, p>(q, direcoes[d].dx != 0);
+}
+
+template <Cor raiz, Cor ataca>
+template <Cor cor, Peca p>
+void Varre<Varredura::folha, raiz, ataca>::salta(int s) {
+  DoLado& l = lado<cor>();
+  const Saltos& saltos = saltos_na_varredura<cor, p>[static_cast<std::size_t>(s)];
+  std::copy_n(saltos.lista.begin(), saltos.lista.size(), l.alcances.begin() + l.n);
+  l.n += saltos.n;
+  l.contas += saltos.n * um_mob;
+  for (std::size_t i = 0; i < saltos.n; ++i) encontra<cor, p>(t_[saltos.lista[i]], false);
+}
+
+template <Cor raiz, Cor ataca>
+template <Cor cor, Peca p>
+void Varre<Varredura::folha, raiz, ataca>::oficial(int s) {
+  using L = Lado<cor>;
+  DoLado& l = lado<cor>();
+  const int x = coluna(s), y = fila_de(s);
+  const double no_centro = centro[static_cast<std::size_t>(s)];
+  l.especies += um_de(p) + static_cast<std::uint64_t>(L::fila(y) + 1);
+  const bool saiu = p == Peca::torre ? x != 0 && x != 7 : y != L::fila(0);
+  if (saiu) l.f.pos += 15;
+  if constexpr (p == Peca::cavalo) {
+    soma(l.f.pos, no_centro * (poucos_ ? 10 : 25));
+    soma(l.f.pos, (poucos_ ? 15 : 5) * escala<cor>() / ao_rei<L::outro>(s));
+    salta<cor, p>(s);
+  } else if constexpr (p == Peca::bispo) {
+    if (x == y || x + y == 7) l.f.pos += poucos_ ? 5 : 11;
+  } else if constexpr (p == Peca::torre) {
+    if (poucos_) soma(l.f.pos, 10 * escala<cor>() / ao_rei<L::outro>(s));
+    if (npecasb + npecasp < 11 && L::fila(y) >= 6) l.f.pos += 11;
+  } else {
+    soma(l.f.pos, no_centro * (poucos_ ? 15 : 10));
+    soma(l.f.pos, (poucos_ ? 25 : 5) * escala<cor>() / ao_rei<L::outro>(s));
+  }
+  constexpr bool reto = p == Peca::torre || p == Peca::dama;
+  constexpr bool diagonal = p == Peca::bispo || p == Peca::dama;
+  cada_direcao<reto ? 0 : 4, diagonal ? 7
+                             : reto   ? 3
+                                      : -1>([&]<int d>() {
+    anda_no_raio<cor, p, d>(s);
+    return false;
+  });
+}
+
+template <Cor raiz, Cor ataca>
+template <Cor cor>
+void Varre<Varredura::folha, raiz, ataca>::rei(int s) {
+  constexpr Cor outro = outra(cor);
+  DoLado& l = lado<cor>();
+  l.especies += static_cast<std::uint64_t>(Lado<cor>::fila(fila_de(s)) + 1);
+  l.extensao |= bit(s);
+  if (!rei_ativo<cor>()) return;
+  soma(l.f.pos, static_cast<double>(centro[static_cast<std::size_t>(s)]) * 50);
+  if (npecas<outro>() == 0) soma(l.f.pos, 75 * escala<cor>() / ao_rei<outro>(s));
+  salta<cor, Peca::rei>(s);
+}
+
+template <Cor raiz, Cor ataca>
+template <Cor cor>
+void Varre<Varredura::folha, raiz, ataca>::peao(int s) {
+  constexpr Cor outro = outra(cor);
+  DoLado& l = lado<cor>();
+  l.especies += um_de(Peca::peao) + static_cast<std::uint64_t>(Lado<cor>::fila(fila_de(s)) + 1);
+  if (rei_ativo<cor>()) {
+    soma(l.f.pos, static_cast<double>(promo<cor>[static_cast<std::size_t>(s)]) * 100);
+    soma(l.f.pos, 25.0 / ao_rei<cor>(s));
+    soma(lado<outro>().f.pos, 25.0 / ao_rei<outro>(s));
+  } else {
+    const Saltos& diante = saltos_na_varredura<cor, Peca::peao>[static_cast<std::size_t>(s)];
+    std::copy_n(diante.lista.begin(), 2, l.alcances.begin() + l.n);
+    l.n += diante.n;
+  }
+  const Bits vitimas = peao_ataca<cor>[static_cast<std::size_t>(s)] & lado<outro>().homens;
+  if (vitimas != 0) ganhos_do_peao<cor>(s, vitimas);
+  estrutura<cor>(s);
+}
+
+template <Cor raiz, Cor ataca>
+template <Cor cor>
+void Varre<Varredura::folha, raiz, ataca>::ganhos_do_peao(int s, Bits vitimas) {
+  using L = Lado<cor>;
+  DoLado& l = lado<cor>();
+  const bool protegido = (peao_ataca<L::outro>[static_cast<std::size_t>(s)] & l.peoes) != 0;
+  for (const int lado_dela : {+8, -8}) {
+    const int alvo = s + lado_dela + L::frente;
+    if (alvo < 0 || alvo > 63 || (vitimas & bit(alvo)) == 0) continue;
+    const int v = -L::visto(t_[static_cast<std::size_t>(alvo)]);
+    if constexpr (cor == ataca)
+      soma(l.f.pos, v * static_cast<double>(agres) - 10);
+    else if (v > valor_de(Peca::peao) && protegido)
+      l.f.pos += static_cast<float>(v / 2);
+  }
+}
+
+// The terms are whole numbers above 0 and far below 2^24. Added one by one or as one sum to a
+// number that is not negative they give the same float as long as its exponent grows by two steps
+// at most: a bit that is lost on the way is then lost in the same direction.
+template <Cor raiz, Cor ataca>
+template <Cor cor>
+void Varre<Varredura::folha, raiz, ataca>::estrutura(int s) {
+  float& pos = lado<cor>().f.pos;
+  const auto n = static_cast<float>(estruturas_prontas_ ? estruturas_[peao_++] : 0);
+  const float total = pos + n;
+  if (estruturas_prontas_ && (total < 4 * pos || pos == 0)) {
+    pos = total;
+    return;
+  }
+  estrutura_do_peao<cor>(t_, coluna(s), fila_de(s),
+                         [&pos](int termo) { pos += static_cast<float>(termo); });
+}
+
+// A set of squares, each moved one rank forward; what leaves the board is gone.
+template <Cor cor>
+constexpr Bits um_adiante(Bits b) {
+  constexpr Bits primeira_fila = 0x0101010101010101;
+  return cor == Cor::b ? (b & ~(primeira_fila << 7)) << 1 : (b & ~primeira_fila) >> 1;
+}
+
+template <Cor raiz, Cor ataca>
+template <Cor cor>
+void Varre<Varredura::folha, raiz, ataca>::conta_peoes() {
+  constexpr Bits terceira_fila = Bits{0x0101010101010101} << Lado<cor>::fila(2);
+  DoLado& l = lado<cor>();
+  const Bits adiante = um_adiante<cor>(l.peoes);
+  const Bits um_passo = adiante & ~ocupadas_;
+  const Bits dois_passos = um_adiante<cor>(um_passo & terceira_fila) & ~ocupadas_;
+  const Bits direita = adiante << 8, esquerda = adiante >> 8;
+  const Bits inimigos = ocupadas_ & ~l.homens;
+  const int att = quantas(direita & inimigos) + quantas(esquerda & inimigos);
+  const int def = quantas(direita & l.homens) + quantas(esquerda & l.homens);
+  const int mob = quantas(um_passo | dois_passos) + att;
+  l.contas += static_cast<std::uint64_t>(mob) * um_mob + static_cast<std::uint64_t>(att) * um_att +
+              static_cast<std::uint64_t>(def) * um_def;
+  if (!rei_ativo<cor>()) l.f.shield = quantas(l.peoes & escudo_de<cor>[casa_do_rei<cor>()]);
+}
+
+// The sums of nota() over the lists. Float and float add to the same float in single precision as
+// in double, so that `cen` needs no conversion; the inverses are doubles.
+template <Cor raiz, Cor ataca>
+void Varre<Varredura::folha, raiz, ataca>::soma_alcances() {
+  const auto& ao_branco = inverso_do_divisor[casa_do_rei<Cor::b>()];
+  const auto& ao_preto = inverso_do_divisor[casa_do_rei<Cor::p>()];
+  float cen_b = 0, ataque_b = 0, defesa_b = 0, cen_p = 0, ataque_p = 0, defesa_p = 0;
+  const auto do_branco = [&](std::size_t i) {
+    const std::size_t s = branco_.alcances[i];
+    cen_b += centroo[s];
+    soma(ataque_b, ao_preto[s]);
+    soma(defesa_b, ao_branco[s]);
+  };
+  const auto do_preto = [&](std::size_t i) {
+    const std::size_t s = preto_.alcances[i];
+    cen_p += centroo[s];
+    soma(ataque_p, ao_branco[s]);
+    soma(defesa_p, ao_preto[s]);
+  };
+  const std::size_t juntos = std::min(branco_.n, preto_.n);
+  for (std::size_t i = 0; i < juntos; ++i) {
+    do_branco(i);
+    do_preto(i);
+  }
+  for (std::size_t i = juntos; i < branco_.n; ++i) do_branco(i);
+  for (std::size_t i = juntos; i < preto_.n; ++i) do_preto(i);
+  branco_.f.cen = cen_b;
+  branco_.f.kattack = ataque_b;
+  branco_.f.kdefend = defesa_b;
+  preto_.f.cen = cen_p;
+  preto_.f.kattack = ataque_p;
+  preto_.f.kdefend = defesa_p;
+}
+
+// Unpacks the counts.
+template <Cor raiz, Cor ataca>
+template <Cor cor>
+void Varre<Varredura::folha, raiz, ataca>::fecha() {
+  DoLado& l = lado<cor>();
+  Figuras& f = l.f;
+  const auto de_16 = [](std::uint64_t v, int n) {
+    return static_cast<int>(v >> (16 * n) & 0xffff);
+  };
+  const auto especie = [&](Peca p) {
+    return static_cast<int>(l.especies >> (16 + 8 * static_cast<int>(p)) & 0xff);
+  };
+  f.mob = de_16(l.contas, 0);
+  f.att = de_16(l.contas, 1);
+  f.def = de_16(l.contas, 2);
+  f.advance = de_16(l.especies, 0);
+  f.pawns = especie(Peca::peao);
+  f.knights = especie(Peca::cavalo);
+  f.bishops = especie(Peca::bispo);
+  f.rooks = especie(Peca::torre);
+  f.queens = especie(Peca::dama);
+  f.officers = f.knights + f.bishops + f.rooks + f.queens;
+  f.weight = 3 * (f.knights + f.bishops) + 5 * f.rooks + 9 * f.queens;
+  if (l.extensao == 0) return;
+  Bits filas = l.extensao | l.extensao >> 32;
+  filas |= filas >> 16;
+  filas = (filas | filas >> 8) & 0xff;
+  f.xmin = coluna(primeira_de(l.extensao));
+  f.xmax = coluna(ultima_de(l.extensao));
+  f.ymin = primeira_de(filas);
+  f.ymax = ultima_de(filas);
+}
+
+}  // namespace korvu
