@@ -9,11 +9,11 @@ namespace korvu {
 // analisepositive1_torre_b_deep1 and its kin: the captures by the man of kind p on (x, y) of a man
 // that vitima(code) accepts. With L = geradortest, analisepositivetest_...: the stored capture
 // alone.
-template <Cor cor, Peca p, Laco L, class F>
-void capturas_da_primeira(int x, int y, F vitima) {
+template <Peca p, Laco L, Cor cor, class F>
+void capturas_da_primeira(const NoAberto<1, cor>& no, int x, int y, F vitima) {
   const Tabuleiro& t = tabd[1];
   const auto toma = [&](int i, int j) {
-    return dentro(i, j) && vitima(t[casa(i, j)]) && tenta<1, cor, L>(x, y, i, j);
+    return dentro(i, j) && vitima(t[casa(i, j)]) && tenta<L>(no, x, y, i, j);
   };
   if constexpr (p == Peca::peao)
     static_cast<void>(toma(x + 1, y + Lado<cor>::frente) || toma(x - 1, y + Lado<cor>::frente));
@@ -30,14 +30,14 @@ bool cada_peca(F f) {
 }
 
 template <Cor cor>
-void captura_guardada_da_primeira() {
+void captura_guardada_da_primeira(const NoAberto<1, cor>& no) {
   using Inimigo = Lado<outra(cor)>;
   const Lance g = guardado_g[1];
   if (g.aa == -1) return;
   const auto tomavel = [](std::uint8_t q) { return Lado<cor>::inimiga(q) && q != Inimigo::rei; };
   cada_peca([&]<Peca p>() {
     if (tabd[1][casa(g.aa, g.bb)] != codigo_de(p, cor)) return false;
-    capturas_da_primeira<cor, p, Laco::geradortest>(g.aa, g.bb, tomavel);
+    capturas_da_primeira<p, Laco::geradortest>(no, g.aa, g.bb, tomavel);
     return true;
   });
 }
@@ -49,21 +49,22 @@ template <Cor cor>
 void fases_da_primeira() {
   using Vitima = Lado<outra(cor)>;
   if (!(beta1 > alfa0)) return;
-  captura_guardada_da_primeira<cor>();
+  const NoAberto<1, cor> no;
+  captura_guardada_da_primeira(no);
   if (corte<1>()) return;
   for (const std::uint8_t vitima :
        {Vitima::dama, Vitima::torre, Vitima::cavalo, Vitima::bispo, Vitima::peao}) {
     const bool cortado = cada_peca([&]<Peca p>() {
-      return em_cada<1>(codigo_de(p, cor), [&](int x, int y) {
-        capturas_da_primeira<cor, p, Laco::gerador>(x, y,
-                                                    [&](std::uint8_t q) { return q == vitima; });
+      return em_cada<1>(no.homens.template de<cor>(p), [&](int x, int y) {
+        capturas_da_primeira<p, Laco::gerador>(no, x, y,
+                                               [&](std::uint8_t q) { return q == vitima; });
       });
     });
     if (cortado) return;
   }
-  fase_do_lance_guardado<1, cor>();
+  fase_do_lance_guardado(no);
   if (corte<1>()) return;
-  cada_peca([]<Peca p>() { return fase_livre<1, cor, p>(); });
+  cada_peca([&]<Peca p>() { return fase_livre<p>(no); });
 }
 
 }  // namespace korvu

@@ -59,14 +59,23 @@ bool melhora(float v) {
   return par(N) ? v > valor<N>() : valor<N>() > v;
 }
 
-// The value of ply N refutes the line: it meets a bound of the other parity or the cap of the ply.
+// The nearest value with which ply N refutes the line: the narrowest bound of the other parity, or
+// the cap of the ply. It stands still while the loops of ply N run.
 template <int N>
-bool refuta() {
-  const float v = valor<N>();
-  if constexpr (par(N))
-    return algum<N - 1>([v](float limite) { return v >= limite; }) || v >= MAXcut[N];
-  else
-    return algum<N - 1>([v](float limite) { return v <= limite; }) || -MAXcut[N] >= v;
+float limite_que_refuta() {
+  float limite = mais_estreito<N - 1>();
+  if constexpr (par(N)) {
+    if (MAXcut[N] < limite) limite = MAXcut[N];
+  } else {
+    if (-MAXcut[N] > limite) limite = -MAXcut[N];
+  }
+  return limite;
+}
+
+// The value of ply N refutes the line, by that limit.
+template <int N>
+bool refuta(float limite) {
+  return par(N) ? valor<N>() >= limite : valor<N>() <= limite;
 }
 
 }  // namespace korvu

@@ -5,42 +5,60 @@
 
 namespace korvu {
 
-// A pawn about to promote is left to analisepositive_peao where that loop exists.
+// The men of the mover that take on s, if nothing stands between. A pawn about to promote is left
+// to analisepositive_peao where that loop exists.
 template <int N, Cor cor>
-constexpr bool peao_ja_promoveu(int y) {
-  return cronograma[N].promocoes && y == Lado<cor>::fila(6);
+Bits pretendentes(const NoAberto<N, cor>& no, int s) {
+  using L = Lado<cor>;
+  const auto i = static_cast<std::size_t>(s);
+  const Bits damas = no.homens.template de<cor>(Peca::dama);
+  Bits b = (diagonais_de[i] & (no.homens.template de<cor>(Peca::bispo) | damas)) |
+           (retas_de[i] & (no.homens.template de<cor>(Peca::torre) | damas)) |
+           (vizinhas_de[i] & no.homens.template de<cor>(Peca::rei)) |
+           (saltos_de[i] & no.homens.template de<cor>(Peca::cavalo));
+  if (!cronograma[N].promocoes || fila_de(s) != L::fila(7))
+    b |= peao_ataca<L::outro>[i] & no.homens.template de<cor>(Peca::peao);
+  return b;
 }
 
 // gerador_b_deepN and, with L = geradortest, geradortest_b_deepN: every capture by `cor` of the
 // enemy man on (x, y), found from the target outward. Diagonals on which a pawn takes come first.
-template <int N, Cor cor, Laco L = Laco::gerador>
-void gerador(int x, int y) {
+template <Laco L = Laco::gerador, int N, Cor cor>
+void gerador(const NoAberto<N, cor>& no, int x, int y) {
   static_assert(de_capturas(L));
-  using T = Lado<cor>;
-  constexpr int f = T::frente;
-  constexpr std::array<Passo, 4> diagonais = {{{+1, -f}, {-1, -f}, {+1, +f}, {-1, +f}}};
-  const Tabuleiro& t = tabd[N];
-  const auto toma = [&](int i, int j, Passo d, bool do_peao, std::uint8_t oficial) {
-    const std::uint8_t q = t[casa(i, j)];
-    const bool vizinho = i == x + d.dx && j == y + d.dy;
-    const bool pode = q == T::dama || q == oficial || (q == T::rei && vizinho) ||
-                      (q == T::peao && vizinho && do_peao && !peao_ja_promoveu<N, cor>(j));
-    return pode && tenta<N, cor, L>(i, j, x, y);
+  const int s = static_cast<int>(casa(x, y));
+  const Bits homens = pretendentes(no, s);
+  if (homens == 0) return;
+  const auto toma = [&](int de) { return tenta<L>(no, coluna(de), fila_de(de), x, y); };
+  const auto do_raio = [&]<int d>() {
+    if ((raio(d, s).casas & homens) == 0) return false;
+    const int de = fim_do_raio<d>(no.homens.ocupadas, s);
+    return (bit(de) & homens) != 0 && toma(de);
   };
-  for (const Passo& d : diagonais)
-    if (anda(t, x, y, d, [&](int i, int j) { return toma(i, j, d, d.dy == -f, T::bispo); })) return;
-  for (const Passo& d : raios_da_torre)
-    if (anda(t, x, y, d, [&](int i, int j) { return toma(i, j, d, false, T::torre); })) return;
+  if ((diagonais_de[static_cast<std::size_t>(s)] & homens) != 0) {
+    // The two diagonals behind the target, seen from the mover's side, hold the pawns.
+    constexpr bool b = cor == Cor::b;
+    if (do_raio.template operator() < b             ? 5
+        : 4 > () || do_raio.template operator() < b ? 6
+        : 7 > () || do_raio.template operator() < b ? 4
+        : 5 > () || do_raio.template operator() < b ? 7
+                                                    : 6 > ())
+      return;
+  }
+  if ((retas_de[static_cast<std::size_t>(s)] & homens) != 0 && cada_direcao<0, 3>(do_raio)) return;
+  if ((saltos_de[static_cast<std::size_t>(s)] & homens) == 0) return;
   for (const Passo& d : saltos_do_cavalo) {
     const int i = x + d.dx, j = y + d.dy;
-    if (dentro(i, j) && t[casa(i, j)] == T::cavalo && tenta<N, cor, L>(i, j, x, y)) return;
+    if (dentro(i, j) && (bit(static_cast<int>(casa(i, j))) & homens) != 0 &&
+        toma(static_cast<int>(casa(i, j))))
+      return;
   }
 }
 
 // analisepositive_peao_b_deepN: the promotions of the pawn of `cor` on (x, y), captures first; does
 // nothing unless the pawn is one step from promotion.
 template <int N, Cor cor>
-void analisepositive_peao(int x, int y) {
+void analisepositive_peao(const NoAberto<N, cor>& no, int x, int y) {
   using T = Lado<cor>;
   const Tabuleiro& t = tabd[N];
   if (y != T::fila(6)) return;
@@ -48,10 +66,10 @@ void analisepositive_peao(int x, int y) {
     if (!dentro(i, T::fila(7))) continue;
     const std::uint8_t vitima = t[casa(i, T::fila(7))];
     if (T::inimiga(vitima) && vitima != Lado<T::outro>::rei &&
-        tenta<N, cor, Laco::positive>(x, y, i, T::fila(7)))
+        tenta<Laco::positive>(no, x, y, i, T::fila(7)))
       return;
   }
-  if (t[casa(x, T::fila(7))] == vazia) tenta<N, cor, Laco::positive>(x, y, x, T::fila(7));
+  if (t[casa(x, T::fila(7))] == vazia) tenta<Laco::positive>(no, x, y, x, T::fila(7));
 }
 
 }  // namespace korvu

@@ -6,19 +6,18 @@
 
 namespace korvu {
 
-// Calls loop(x, y) for every square of tabd[N] with this code, file by file, until the node is cut.
-// True when it is.
+// Calls loop(x, y) for every square of the set, file by file, until the node at ply N is cut. True
+// when it is.
 template <int N, class F>
-bool em_cada(std::uint8_t codigo, F loop) {
-  return percorre_tabuleiro([&](int x, int y, std::size_t s) {
-    if (tabd[N][s] != codigo) return false;
-    loop(x, y);
+bool em_cada(Bits casas, F loop) {
+  return cada_casa(casas, [&](int s) {
+    loop(coluna(s), fila_de(s));
     return corte<N>() != 0;
   });
 }
 
 template <int N, Cor cor>
-void fase_da_captura_guardada() {
+void fase_da_captura_guardada(const NoAberto<N, cor>& no) {
   using T = Lado<cor>;
   Lance& g = guardado_g[N];
   if constexpr (cronograma[N].esquece)
@@ -26,33 +25,33 @@ void fase_da_captura_guardada() {
   if (g.aa == -1) return;
   const std::uint8_t vitima = tabd[N][casa(g.aa, g.bb)];
   if (T::inimiga(vitima) && vitima != Lado<T::outro>::rei && T::propria(tabd[N][casa(g.cc, g.dd)]))
-    gerador<N, cor, Laco::geradortest>(g.aa, g.bb);
+    gerador<Laco::geradortest>(no, g.aa, g.bb);
 }
 
 // The stored quiet move, by the loop of the man that stands on its from-square now.
 template <int N, Cor cor>
-void fase_do_lance_guardado() {
+void fase_do_lance_guardado(const NoAberto<N, cor>& no) {
   using T = Lado<cor>;
   const Lance& g = guardado[N];
   if (g.aa == -1) return;
   switch (tabd[N][casa(g.aa, g.bb)]) {
     case T::peao:
-      analiselivre<N, cor, Peca::peao, true>(g.aa, g.bb);
+      analiselivre<Peca::peao, true>(no, g.aa, g.bb);
       break;
     case T::cavalo:
-      analiselivre<N, cor, Peca::cavalo, true>(g.aa, g.bb);
+      analiselivre<Peca::cavalo, true>(no, g.aa, g.bb);
       break;
     case T::bispo:
-      analiselivre<N, cor, Peca::bispo, true>(g.aa, g.bb);
+      analiselivre<Peca::bispo, true>(no, g.aa, g.bb);
       break;
     case T::torre:
-      analiselivre<N, cor, Peca::torre, true>(g.aa, g.bb);
+      analiselivre<Peca::torre, true>(no, g.aa, g.bb);
       break;
     case T::dama:
-      analiselivre<N, cor, Peca::dama, true>(g.aa, g.bb);
+      analiselivre<Peca::dama, true>(no, g.aa, g.bb);
       break;
     case T::rei:
-      analiselivre<N, cor, Peca::rei, true>(g.aa, g.bb);
+      analiselivre<Peca::rei, true>(no, g.aa, g.bb);
       break;
     default:
       break;
@@ -61,20 +60,23 @@ void fase_do_lance_guardado() {
 
 // Pawns within a file from the most advanced down; ranks 1 to 6 only.
 template <int N, Cor cor>
-bool fase_dos_peoes() {
-  using T = Lado<cor>;
+bool fase_dos_peoes(const NoAberto<N, cor>& no) {
+  constexpr Bits filas = 0x7e;
+  const Bits peoes = no.homens.template de<cor>(Peca::peao);
   for (int x = 0; x < 8; ++x)
-    for (int r = 6; r >= 1; --r)
-      if (tabd[N][casa(x, T::fila(r))] == T::peao) {
-        analiselivre<N, cor, Peca::peao>(x, T::fila(r));
-        if (corte<N>()) return true;
-      }
+    for (Bits b = peoes >> (8 * x) & filas; b != 0;) {
+      const int y = cor == Cor::b ? ultima_de(b) : primeira_de(b);
+      b &= ~bit(y);
+      analiselivre<Peca::peao>(no, x, y);
+      if (corte<N>()) return true;
+    }
   return false;
 }
 
-template <int N, Cor cor, Peca p>
-bool fase_livre() {
-  return em_cada<N>(codigo_de(p, cor), [](int x, int y) { analiselivre<N, cor, p>(x, y); });
+template <Peca p, int N, Cor cor>
+bool fase_livre(const NoAberto<N, cor>& no) {
+  return em_cada<N>(no.homens.template de<cor>(p),
+                    [&](int x, int y) { analiselivre<p>(no, x, y); });
 }
 
 // All moves of `cor` at ply N (2 to 23), until the cut flag of the node is set: stored capture,
@@ -82,22 +84,25 @@ bool fase_livre() {
 // move, quiet moves by piece.
 template <int N, Cor cor>
 void fases() {
-  using Vitima = Lado<outra(cor)>;
-  fase_da_captura_guardada<N, cor>();
+  const NoAberto<N, cor> no;
+  fase_da_captura_guardada(no);
   if (corte<N>()) return;
   if constexpr (cronograma[N].promocoes)
-    if (em_cada<N>(Lado<cor>::peao, analisepositive_peao<N, cor>)) return;
-  for (const std::uint8_t vitima :
-       {Vitima::dama, Vitima::torre, Vitima::cavalo, Vitima::bispo, Vitima::peao})
-    if (em_cada<N>(vitima, gerador<N, cor>)) return;
-  fase_do_lance_guardado<N, cor>();
+    if (em_cada<N>(no.homens.template de<cor>(Peca::peao),
+                   [&](int x, int y) { analisepositive_peao(no, x, y); }))
+      return;
+  for (const Peca vitima : {Peca::dama, Peca::torre, Peca::cavalo, Peca::bispo, Peca::peao})
+    if (em_cada<N>(no.homens.template de<outra(cor)>(vitima),
+                   [&](int x, int y) { gerador(no, x, y); }))
+      return;
+  fase_do_lance_guardado(no);
   if (corte<N>()) return;
-  if (fase_dos_peoes<N, cor>()) return;
-  if (fase_livre<N, cor, Peca::cavalo>()) return;
-  if (fase_livre<N, cor, Peca::bispo>()) return;
-  if (fase_livre<N, cor, Peca::torre>()) return;
-  if (fase_livre<N, cor, Peca::dama>()) return;
-  fase_livre<N, cor, Peca::rei>();
+  if (fase_dos_peoes(no)) return;
+  if (fase_livre<Peca::cavalo>(no)) return;
+  if (fase_livre<Peca::bispo>(no)) return;
+  if (fase_livre<Peca::torre>(no)) return;
+  if (fase_livre<Peca::dama>(no)) return;
+  fase_livre<Peca::rei>(no);
 }
 
 // The null move of the first ply runs the loops of ply 2 by itself.

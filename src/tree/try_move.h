@@ -4,8 +4,8 @@
 #include "board/attack.h"
 #include "board/move.h"
 #include "memory/ply_tables.h"
-#include "tree/bounds.h"
 #include "tree/node.h"
+#include "tree/open_node.h"
 #include "tree/schedule.h"
 
 namespace korvu {
@@ -73,7 +73,7 @@ void filho(int x1, int y1, int x2, int y2) {
 // Takes the child's value and tests for a cut. True on a cut: the flag is set, and a plain member
 // has stored the move. At the last ply of a line the first legal reply of most loops is enough.
 template <int N, Laco L>
-bool julga(int x1, int y1, int x2, int y2) {
+bool julga(float limite, int x1, int y1, int x2, int y2) {
   constexpr bool uma_resposta =
       cronograma[N].promocoes &&
       (L == Laco::gerador || L == Laco::livre || L == Laco::livretest_peao);
@@ -82,7 +82,7 @@ bool julga(int x1, int y1, int x2, int y2) {
     valor<N>() = v;
     X_D[N] = 0;
   }
-  if (!refuta<N>() && !(uma_resposta && deep == N)) return false;
+  if (!refuta<N>(limite) && !(uma_resposta && deep == N)) return false;
   corte<N>() = 1;
   if constexpr (L == Laco::gerador || L == Laco::livre)
     lance_guardado<N, L>() = na_ordem<N, L>(x1, y1, x2, y2);
@@ -91,20 +91,20 @@ bool julga(int x1, int y1, int x2, int y2) {
 
 // Descends into a legal move of `cor`; true on a cut.
 template <int N, Cor cor, Laco L>
-bool desce(int x1, int y1, int x2, int y2) {
+bool desce(float limite, int x1, int y1, int x2, int y2) {
   ++nodes;
   filho<N, cor>(x1, y1, x2, y2);
-  return julga<N, L>(x1, y1, x2, y2);
+  return julga<N, L>(limite, x1, y1, x2, y2);
 }
 
 // Tries a move of `cor`; true on a cut.
-template <int N, Cor cor, Laco L>
-bool tenta(int x1, int y1, int x2, int y2) {
+template <Laco L, int N, Cor cor>
+bool tenta(const NoAberto<N, cor>& no, int x1, int y1, int x2, int y2) {
   if (!cabe_no_laco<N, L>(x1, y1, x2, y2)) return false;
   init_tabuleiro2_deep<N, cor>(x1, y1, x2, y2);
-  verifica_rei<cor>();
+  no.verifica_rei_apos(x1, y1, x2, y2);
   if (Y) return false;
-  return desce<N, cor, L>(x1, y1, x2, y2);
+  return desce<N, cor, L>(no.limite, x1, y1, x2, y2);
 }
 
 }  // namespace korvu

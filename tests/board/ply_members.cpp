@@ -51,15 +51,15 @@ PlyMembers members_of() {
   if constexpr (N >= 1) {
     m.make = init_tabuleiro_deep<N, cor>;
     m.trial = init_tabuleiro2_deep<N, cor>;
-    m.stored_quiet = fase_do_lance_guardado<N, cor>;
+    m.stored_quiet = [] { fase_do_lance_guardado(NoAberto<N, cor>()); };
     name_loops<N>(m, std::integral_constant<Cor, cor>{});
   }
   if constexpr (N == 1) {
     m.phases = fases_da_primeira<cor>;
-    m.stored_capture = captura_guardada_da_primeira<cor>;
+    m.stored_capture = [] { captura_guardada_da_primeira(NoAberto<1, cor>()); };
   } else if constexpr (N >= 2) {
     m.phases = fases<N, cor>;
-    m.stored_capture = fase_da_captura_guardada<N, cor>;
+    m.stored_capture = [] { fase_da_captura_guardada(NoAberto<N, cor>()); };
   }
   return m;
 }
