@@ -5,6 +5,7 @@
 #include "board/root_move.h"
 #include "eval/strategy.h"
 #include "root/first_ply.h"
+#include "root/pass_memory.h"
 #include "tree/schedule.h"
 
 namespace korvu {
@@ -62,6 +63,33 @@ void pontua_empate(const Lance& lance) {
   alfa0 = static_cast<float>(emp);
 }
 
+// Rates a move: all its marks are then in their slots.
+template <Cor cor, Peca p>
+void avalia(const Lance& l) {
+  init_tabuleiro2<cor>(l.aa, l.bb, l.cc, l.dd);
+  verifica_rei<cor>();
+  verifica_xeque<cor>();
+  verifica_estrategia<cor>();
+  if constexpr (p != Peca::peao) verifica_empate();
+  memoria_do_passe.anota(l);
+}
+
+constexpr Lance lance_do_roque(Ala ala, int fila) {
+  return {4, fila, ala == Ala::torre_h ? 6 : 2, fila};
+}
+
+// Rates a castling upon what the move before it has left in MATRIZ and the attack tables.
+template <Cor cor>
+void avalia_roque(Ala testada) {
+  admite_na_varredura(lance_do_roque(testada, Lado<cor>::fila(0)));
+  if (testada == Ala::torre_h)
+    verifica_roque<0, cor, Ala::torre_h>();
+  else
+    verifica_roque<0, cor, Ala::torre_a>();
+  verifica_xeque<cor>();
+  verifica_estrategia<cor>();
+}
+
 // One generated move. True when the expander must return. The conditions are read again after the
 // search with what it left in them: a repetition found below brings a move through the draw branch
 // after it was searched.
@@ -69,11 +97,11 @@ template <Cor cor, Xeque xeque, Peca p>
 bool passo(int x, int y, int tx, int ty) {
   const Lance lance = {x, y, tx, ty};
   const bool promove = p == Peca::peao && y == Lado<cor>::fila(6);
-  init_tabuleiro2<cor>(x, y, tx, ty);
-  verifica_rei<cor>();
-  verifica_xeque<cor>();
-  verifica_estrategia<cor>();
-  if constexpr (p != Peca::peao) verifica_empate();
+  if (memoria_do_passe.dispensa(lance)) {
+    memoria_do_passe.adia(lance);
+    return false;
+  }
+  avalia<cor, p>(lance);
   if (Y || ESTRATEGIA != ataque) return false;
   if (cabe_na_classe<xeque>() && (p == Peca::peao || !pempate)) {
     if (pesquisa<cor>(lance, promove)) return true;
@@ -113,17 +141,20 @@ void do_peao(int x, int y) {
 template <Cor cor, Xeque xeque, Ala ala>
 bool roca(int x, int y) {
   constexpr Ala testada = cor == Cor::b && xeque == Xeque::ch ? Ala::torre_h : ala;
-  constexpr int fila = Lado<cor>::fila(0);
-  const auto lance_de = [](Ala lado) { return Lance{4, fila, lado == Ala::torre_h ? 6 : 2, fila}; };
   verifica_xequemate<0, cor>(x, y);
   if (XM || !roque_livre<0, cor, ala>()) return false;
-  admite_na_varredura(lance_de(testada));
-  verifica_roque<0, cor, testada>();
-  verifica_xeque<cor>();
-  verifica_estrategia<cor>();
+  NotaDoRoque& nota = memoria_do_passe.nota_do_roque(testada);
+  if (nota.conhecida && (nota.proibido || nota.estrategia != ataque)) {
+    memoria_do_passe.adia_roque(testada);
+    return false;
+  }
+  poe_em_dia<cor>();
+  avalia_roque<cor>(testada);
+  // A scaled MATRIZ would make the next rating another.
+  nota = {memoria_do_passe.ativa() && !incentiva_promo, R != 0, ESTRATEGIA};
   if (R || ESTRATEGIA != ataque || !cabe_na_classe<xeque>()) return false;
   roque<cor>() = valor_do_roque_em(0);
-  const bool fim_do_passe = pesquisa<cor>(lance_de(ala), false);
+  const bool fim_do_passe = pesquisa<cor>(lance_do_roque(ala, Lado<cor>::fila(0)), false);
   roque<cor>() = 0;
   return fim_do_passe;
 }
@@ -166,11 +197,27 @@ constexpr std::array<PorXeque, 6> expansores = {
 }  // namespace
 
 template <Cor cor>
+void poe_em_dia() {
+  MemoriaDoPasse& m = memoria_do_passe;
+  if (m.pendente()) {
+    const Lance l = m.ultimo();
+    if (tab[casa(l.aa, l.bb)] == Lado<cor>::peao)
+      avalia<cor, Peca::peao>(l);
+    else
+      avalia<cor, Peca::cavalo>(l);  // all officers alike
+  }
+  if (m.roque_pendente()) avalia_roque<cor>(m.roque());
+  m.roque_em_dia();
+}
+
+template <Cor cor>
 void analise100(const Expansor& e, int x, int y) {
   expansores<cor>[static_cast<std::size_t>(e.classe)][static_cast<std::size_t>(e.xeque)]
                  [static_cast<std::size_t>(e.peca)](x, y);
 }
 
+template void poe_em_dia<Cor::b>();
+template void poe_em_dia<Cor::p>();
 template void analise100<Cor::b>(const Expansor&, int, int);
 template void analise100<Cor::p>(const Expansor&, int, int);
 

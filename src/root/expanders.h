@@ -24,6 +24,12 @@ struct Expansor {
 template <Cor cor>
 void analise100(const Expansor& e, int x, int y);
 
+// Makes the marks of the last move met, where they are pending (root/pass_memory.h).
+template <Cor cor>
+void poe_em_dia();
+
+extern template void poe_em_dia<Cor::b>();
+extern template void poe_em_dia<Cor::p>();
 extern template void analise100<Cor::b>(const Expansor&, int, int);
 extern template void analise100<Cor::p>(const Expansor&, int, int);
 

@@ -6,6 +6,7 @@
 #include "board/state.h"
 #include "eval/strategy.h"
 #include "root/expanders.h"
+#include "root/pass_memory.h"
 
 namespace korvu {
 namespace {
@@ -73,6 +74,7 @@ constexpr Etapa contra_rei_so[] = {
 };
 
 constexpr Degrau primeiro_lance[] = {{livre, sh, "PN"}};
+constexpr Etapa escada_do_primeiro_lance[] = {{Lacos::um, primeiro_lance}};
 // clang-format on
 
 constexpr Peca peca_da_inicial(char letra) {
@@ -81,11 +83,13 @@ constexpr Peca peca_da_inicial(char letra) {
 
 template <Cor raiz>
 void varre_casas(const Expansor& e) {
-  if (corte_MAXcut) return;
-  percorre_tabuleiro([&](int x, int y, std::size_t s) {
-    if (tab[s] == codigo_de(e.peca, raiz)) analise100<raiz>(e, x, y);
+  if (corte_MAXcut || memoria_do_passe.dispensa_expansor(e)) return;
+  memoria_do_passe.comeca_expansor(e);
+  cada_casa(onde(tab, codigo_de(e.peca, raiz)), [&](int s) {
+    analise100<raiz>(e, coluna(s), fila_de(s));
     return corte_MAXcut != 0;
   });
+  memoria_do_passe.acaba_expansor();
 }
 
 template <class F>
@@ -108,6 +112,14 @@ void sobe(const Etapa& etapa) {
   else
     cada_expansor(etapa.degraus,
                   [](const Expansor& e) { cada_nota([&] { varre_casas<raiz>(e); }); });
+}
+
+template <Cor raiz>
+void sobe_etapas(std::span<const Etapa> etapas) {
+  memoria_do_passe.comeca();
+  for (const Etapa& etapa : etapas) sobe<raiz>(etapa);
+  poe_em_dia<raiz>();
+  memoria_do_passe.acaba();
 }
 
 // The ladder of the temperament in force; an unknown one has none.
@@ -133,13 +145,13 @@ void percorre_escada() {
   if (outro < 110) return;
   std::span<const Etapa> etapas = escada();
   if (outro == 110 && !etapas.empty()) etapas = contra_rei_so;
-  for (const Etapa& etapa : etapas) sobe<raiz>(etapa);
+  sobe_etapas<raiz>(etapas);
 }
 
 template <Cor raiz>
 void percorre_primeiro_lance() {
   corte_MAXcut = 0;
-  sobe<raiz>({Lacos::um, primeiro_lance});
+  sobe_etapas<raiz>(escada_do_primeiro_lance);
 }
 
 template void percorre_escada<Cor::b>();
