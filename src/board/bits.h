@@ -50,6 +50,16 @@ constexpr int quantas(Bits b) {
   return static_cast<int>((b * 0x0101010101010101) >> 56);
 }
 
+// The same for two sets together.
+constexpr int quantas(Bits a, Bits b) {
+  constexpr Bits um = 0x5555555555555555, dois = 0x3333333333333333, quatro = 0x0f0f0f0f0f0f0f0f;
+  a -= (a >> 1) & um;
+  b -= (b >> 1) & um;
+  a = (a & dois) + ((a >> 2) & dois) + (b & dois) + ((b >> 2) & dois);
+  a = (a & quatro) + ((a >> 4) & quatro);
+  return static_cast<int>((a * 0x0101010101010101) >> 56);
+}
+
 // The squares of t that hold this code.
 inline Bits onde(const Tabuleiro& t, std::uint8_t codigo) {
   Bits b = 0;
@@ -139,7 +149,7 @@ constexpr bool crescente(int d) {
 struct Raio {
   Bits casas = 0;                       // its squares
   Bits fim = 0;                         // the last of them; of an empty ray its start
-  std::array<std::uint8_t, 7> lista{};  // its squares, the nearest first
+  std::array<std::uint8_t, 8> lista{};  // its squares, the nearest first; seven at most
   std::uint8_t n = 0;
 };
 
@@ -186,7 +196,7 @@ constexpr int passos_ate(int s, int f) {
 // Calls f<d>() for the directions from `de` to `ate`, both included, until it gives true; then
 // gives true.
 template <int de, int ate, class F>
-constexpr bool cada_direcao(F f) {
+[[gnu::always_inline]] constexpr bool cada_direcao(F f) {
   if constexpr (de > ate)
     return false;
   else

@@ -46,6 +46,10 @@ ChaveDaFolha chave_da_folha() {
           static_cast<std::int16_t>(roque_p)};
 }
 
+// Begins to fetch the record that a leaf on tab2 will ask for: memory is slow, and there is other
+// work to do before.
+void prepara_resumo();
+
 // The result for the board t under this key; `calcula` gives it when it is not known. The reference
 // holds until the next call.
 const ResumoDaFolha& resumo_de(const Tabuleiro& t, const ChaveDaFolha& chave,

@@ -4,6 +4,8 @@
 // which must be made one after the other, do not wait for each other.
 #pragma once
 
+#include <cstring>
+
 #include "board/bits.h"
 #include "eval/figures.h"
 
@@ -21,9 +23,12 @@ inline constexpr Inversos inverso_do_divisor = [] {
   return t;
 }();
 
+// Lists are copied whole, eight squares at a time, and cut to their length afterwards.
+using Lista = std::array<std::uint8_t, 8>;
+
 // Squares reached by a leap, in the order of the scan.
 struct Saltos {
-  std::array<std::uint8_t, 8> lista{};
+  Lista lista{};
   std::uint8_t n = 0;
 };
 using TabelaDeSaltos = std::array<Saltos, 64>;
@@ -58,13 +63,35 @@ inline constexpr Conjuntos escudo_de = [] {
   return c;
 }();
 
+// Kind and colour as one small number, so that a jump table leads to a man's own code; 0 is nobody.
+constexpr int qual_homem(Peca p, Cor c) {
+  return 1 + 2 * static_cast<int>(p) + static_cast<int>(c);
+}
+inline constexpr std::array<std::uint8_t, 256> homem_do_codigo = [] {
+  std::array<std::uint8_t, 256> t{};
+  for (const Peca p : todas_as_pecas)
+    for (const Cor c : {Cor::b, Cor::p})
+      t[codigo_de(p, c)] = static_cast<std::uint8_t>(qual_homem(p, c));
+  return t;
+}();
+
+// Terms of the positional sum that hang on the square alone. Where there is none, 0 is added, which
+// changes no float and costs no branch.
+template <Cor cor, Peca p>
+inline constexpr TabelaFloat por_ter_saido = tabela<float>([](int x, int y) {
+  const bool saiu = p == Peca::torre ? x != 0 && x != 7 : y != Lado<cor>::fila(0);
+  return saiu ? 15 : 0;
+});
+inline constexpr std::array<TabelaFloat, 2> na_grande_diagonal = {
+    tabela<float>([](int x, int y) { return x == y || x + y == 7 ? 11 : 0; }),
+    tabela<float>([](int x, int y) { return x == y || x + y == 7 ? 5 : 0; })};
+
 // What the structure gives each pawn of the board, in the order of the scan: the sum of its terms.
 inline constexpr std::size_t maximo_de_peoes = 16;
 using Estruturas = std::array<std::int16_t, maximo_de_peoes>;
 
-// The structure of the pawns on t, from a small cache keyed by both sides' pawns, of which there
-// are at most 16 together.
-const Estruturas& estruturas_de(const Tabuleiro& t, Bits peoes_b, Bits peoes_p);
+// The structure of at most 16 pawns, from a small cache keyed by both sides' sets.
+const Estruturas& estruturas_de(Bits peoes_b, Bits peoes_p);
 
 template <Cor raiz, Cor ataca>
 class Varre<Varredura::folha, raiz, ataca> {
@@ -84,18 +111,42 @@ class Varre<Varredura::folha, raiz, ataca> {
   }
 
  private:
-  static constexpr std::size_t maximo_de_alcances = 64 * 27 + sizeof(Saltos::lista);
+  static constexpr std::size_t maximo_de_alcances = 64 * 27 + sizeof(Lista);
+
+  static constexpr std::uint64_t um_mob = 1, um_att = um_mob << 16, um_def = um_att << 16;
+
+  // What grows with every man of a side.
+  struct Alcance {
+    std::uint8_t* fim;         // behind the last square reached
+    std::uint64_t contas = 0;  // mob, att and def, 16 bits each
+    float pos = 0;
+
+    void junta(const Lista& casas, int n) {
+      std::memcpy(fim, casas.data(), casas.size());
+      fim += n;
+      contas += static_cast<std::uint64_t>(n) * um_mob;
+    }
+  };
 
   struct DoLado {
     Figuras f;
     Bits homens, peoes, extensao;  // extensao: pawns and kings
-    std::uint64_t contas = 0;      // mob, att and def, 16 bits each
     std::uint64_t especies = 0;    // advance in 16 bits, then the number of men by kind in 8 each
-    std::size_t n = 0;
-    std::array<std::uint8_t, maximo_de_alcances> alcances;  // the first n: squares reached
+    Alcance alcance{casas.data()};
+    std::array<std::uint8_t, maximo_de_alcances> casas;  // those reached, in order
   };
 
-  static constexpr std::uint64_t um_mob = 1, um_att = um_mob << 16, um_def = um_att << 16;
+  // What a reached square adds to the counts besides mob, by its code: an own man takes mob back.
+  template <Cor cor>
+  static constexpr std::array<std::uint64_t, 256> encontro = [] {
+    std::array<std::uint64_t, 256> t{};
+    for (const Peca p : todas_as_pecas) {
+      t[codigo_de(p, cor)] = um_def - um_mob;
+      t[codigo_de(p, outra(cor))] = um_att;
+    }
+    return t;
+  }();
+
   static constexpr std::uint64_t um_de(Peca p) {
     return std::uint64_t{1} << (16 + 8 * static_cast<int>(p));
   }
@@ -122,6 +173,7 @@ class Varre<Varredura::folha, raiz, ataca> {
   }
 
   void varre();
+  void homem(int qual, int s);
   template <Cor cor>
   void peao(int s);
   template <Cor cor>
@@ -133,11 +185,11 @@ class Varre<Varredura::folha, raiz, ataca> {
   template <Cor cor>
   void rei(int s);
   template <Cor cor, Peca p>
-  void encontra(std::uint8_t q, bool reta_em_x);
+  void encontra(Alcance& a, std::uint8_t q, bool reta_em_x);
   template <Cor cor, Peca p, int d>
-  void anda_no_raio(int s);
+  void anda_no_raio(Alcance& a, int s);
   template <Cor cor, Peca p>
-  void salta(int s);
+  void salta(Alcance& a, int s);
   template <Cor cor>
   void conta_peoes();
   void soma_alcances();
@@ -164,91 +216,79 @@ void Varre<Varredura::folha, raiz, ataca>::varre() {
   preto_.homens = ocupadas_ & pretas;
   branco_.extensao = branco_.peoes = onde(t_, Lado<Cor::b>::peao);
   preto_.extensao = preto_.peoes = onde(t_, Lado<Cor::p>::peao);
-  if (static_cast<std::size_t>(std::popcount(branco_.peoes | preto_.peoes)) <= maximo_de_peoes) {
-    estruturas_ = estruturas_de(t_, branco_.peoes, preto_.peoes);
+  if (static_cast<std::size_t>(quantas(branco_.peoes | preto_.peoes)) <= maximo_de_peoes) {
+    estruturas_ = estruturas_de(branco_.peoes, preto_.peoes);
     estruturas_prontas_ = true;
   }
-  for (Bits b = ocupadas_; b != 0; b &= b - 1) {
-    const int s = primeira_de(b);
-    switch (t_[static_cast<std::size_t>(s)]) {
-      case Lado<Cor::b>::peao:
-        peao<Cor::b>(s);
-        break;
-      case Lado<Cor::p>::peao:
-        peao<Cor::p>(s);
-        break;
-      case Lado<Cor::b>::cavalo:
-        oficial<Cor::b, Peca::cavalo>(s);
-        break;
-      case Lado<Cor::p>::cavalo:
-        oficial<Cor::p, Peca::cavalo>(s);
-        break;
-      case Lado<Cor::b>::bispo:
-        oficial<Cor::b, Peca::bispo>(s);
-        break;
-      case Lado<Cor::p>::bispo:
-        oficial<Cor::p, Peca::bispo>(s);
-        break;
-      case Lado<Cor::b>::torre:
-        oficial<Cor::b, Peca::torre>(s);
-        break;
-      case Lado<Cor::p>::torre:
-        oficial<Cor::p, Peca::torre>(s);
-        break;
-      case Lado<Cor::b>::dama:
-        oficial<Cor::b, Peca::dama>(s);
-        break;
-      case Lado<Cor::p>::dama:
-        oficial<Cor::p, Peca::dama>(s);
-        break;
-      case Lado<Cor::b>::rei:
-        rei<Cor::b>(s);
-        break;
-      case Lado<Cor::p>::rei:
-        rei<Cor::p>(s);
-        break;
-      default:
-        break;
-    }
+  cada_casa(ocupadas_, [this](int s) {
+    homem(homem_do_codigo[t_[static_cast<std::size_t>(s)]], s);
+    return false;
+  });
+}
+
+template <Cor raiz, Cor ataca>
+void Varre<Varredura::folha, raiz, ataca>::homem(int qual, int s) {
+  switch (qual) {
+    case qual_homem(Peca::peao, Cor::b):
+      return peao<Cor::b>(s);
+    case qual_homem(Peca::peao, Cor::p):
+      return peao<Cor::p>(s);
+    case qual_homem(Peca::cavalo, Cor::b):
+      return oficial<Cor::b, Peca::cavalo>(s);
+    case qual_homem(Peca::cavalo, Cor::p):
+      return oficial<Cor::p, Peca::cavalo>(s);
+    case qual_homem(Peca::bispo, Cor::b):
+      return oficial<Cor::b, Peca::bispo>(s);
+    case qual_homem(Peca::bispo, Cor::p):
+      return oficial<Cor::p, Peca::bispo>(s);
+    case qual_homem(Peca::torre, Cor::b):
+      return oficial<Cor::b, Peca::torre>(s);
+    case qual_homem(Peca::torre, Cor::p):
+      return oficial<Cor::p, Peca::torre>(s);
+    case qual_homem(Peca::dama, Cor::b):
+      return oficial<Cor::b, Peca::dama>(s);
+    case qual_homem(Peca::dama, Cor::p):
+      return oficial<Cor::p, Peca::dama>(s);
+    case qual_homem(Peca::rei, Cor::b):
+      return rei<Cor::b>(s);
+    case qual_homem(Peca::rei, Cor::p):
+      return rei<Cor::p>(s);
+    default:
+      return;
   }
 }
 
-// A man of code q stands on a reached square. Empty squares are counted by the caller.
+// A man of code q, or nobody, stands at the end of the reach.
 template <Cor raiz, Cor ataca>
 template <Cor cor, Peca p>
-void Varre<Varredura::folha, raiz, ataca>::encontra(std::uint8_t q, bool reta_em_x) {
+[[gnu::always_inline]] inline void Varre<Varredura::folha, raiz, ataca>::encontra(Alcance& a,
+                                                                                  std::uint8_t q,
+                                                                                  bool reta_em_x) {
   using L = Lado<cor>;
-  DoLado& l = lado<cor>();
-  const int visto = L::visto(q);
-  l.contas += (visto < 0 ? um_att : 0) + (visto > 0 ? um_def - um_mob : 0);
+  a.contas += encontro<cor>[q];
   if constexpr (cor == ataca && (p == Peca::cavalo || p == Peca::bispo || p == Peca::torre))
-    if (-visto > valor_de(p)) l.f.pos += static_cast<float>(-visto - valor_de(p));
+    if (-L::visto(q) > valor_de(p)) a.pos += static_cast<float>(-L::visto(q) - valor_de(p));
   if constexpr (p == Peca::torre || p == Peca::dama)
-    if (q == L::dama || q == L::torre) l.f.pos += p == Peca::dama ? 1.0F : reta_em_x ? 3.0F : 5.0F;
+    if (q == L::dama || q == L::torre) a.pos += p == Peca::dama ? 1.0F : reta_em_x ? 3.0F : 5.0F;
 }
 
 template <Cor raiz, Cor ataca>
 template <Cor cor, Peca p, int d>
-void Varre<Varredura::folha, raiz, ataca>::anda_no_raio(int s) {
-  DoLado& l = lado<cor>();
+[[gnu::always_inline]] inline void Varre<Varredura::folha, raiz, ataca>::anda_no_raio(Alcance& a,
+                                                                                      int s) {
+  const Raio& r = raio(d, s);
   const int f = fim_do_raio<d>(ocupadas_, s);
   const int n = passos_ate<d>(s, f);
-  std::copy_n(raio(d, s).lista.begin(), raio(d, s).lista.size(), l.alcances.begin() + l.n);
-  l.n += static_cast<std::size_t>(n);
-  l.contas += static_cast<std::uint64_t>(n) * um_mob;
-  const std::uint8_t q = n == 0 ? vazia : t_[static_cast<std::size_t>(f)];
-  encontra<cor, p>(q, direcoes[d].dx != 0);
+  a.junta(r.lista, n);
+  encontra<cor, p>(a, n == 0 ? vazia : t_[static_cast<std::size_t>(f)], direcoes[d].dx != 0);
 }
 
 template <Cor raiz, Cor ataca>
 template <Cor cor, Peca p>
-void Varre<Varredura::folha, raiz, ataca>::salta(int s) {
-  DoLado& l = lado<cor>();
+[[gnu::always_inline]] inline void Varre<Varredura::folha, raiz, ataca>::salta(Alcance& a, int s) {
   const Saltos& saltos = saltos_na_varredura<cor, p>[static_cast<std::size_t>(s)];
-  std::copy_n(saltos.lista.begin(), saltos.lista.size(), l.alcances.begin() + l.n);
-  l.n += saltos.n;
-  l.contas += saltos.n * um_mob;
-  for (std::size_t i = 0; i < saltos.n; ++i) encontra<cor, p>(t_[saltos.lista[i]], false);
+  a.junta(saltos.lista, saltos.n);
+  for (std::size_t i = 0; i < saltos.n; ++i) encontra<cor, p>(a, t_[saltos.lista[i]], false);
 }
 
 template <Cor raiz, Cor ataca>
@@ -256,32 +296,33 @@ template <Cor cor, Peca p>
 void Varre<Varredura::folha, raiz, ataca>::oficial(int s) {
   using L = Lado<cor>;
   DoLado& l = lado<cor>();
-  const int x = coluna(s), y = fila_de(s);
+  Alcance a = l.alcance;
+  const int fila = L::fila(fila_de(s));
   const double no_centro = centro[static_cast<std::size_t>(s)];
-  l.especies += um_de(p) + static_cast<std::uint64_t>(L::fila(y) + 1);
-  const bool saiu = p == Peca::torre ? x != 0 && x != 7 : y != L::fila(0);
-  if (saiu) l.f.pos += 15;
+  l.especies += um_de(p) + static_cast<std::uint64_t>(fila + 1);
+  a.pos += por_ter_saido<cor, p>[static_cast<std::size_t>(s)];
   if constexpr (p == Peca::cavalo) {
-    soma(l.f.pos, no_centro * (poucos_ ? 10 : 25));
-    soma(l.f.pos, (poucos_ ? 15 : 5) * escala<cor>() / ao_rei<L::outro>(s));
-    salta<cor, p>(s);
+    soma(a.pos, no_centro * (poucos_ ? 10 : 25));
+    soma(a.pos, (poucos_ ? 15 : 5) * escala<cor>() / ao_rei<L::outro>(s));
+    salta<cor, p>(a, s);
   } else if constexpr (p == Peca::bispo) {
-    if (x == y || x + y == 7) l.f.pos += poucos_ ? 5 : 11;
+    a.pos += na_grande_diagonal[static_cast<std::size_t>(poucos_)][static_cast<std::size_t>(s)];
   } else if constexpr (p == Peca::torre) {
-    if (poucos_) soma(l.f.pos, 10 * escala<cor>() / ao_rei<L::outro>(s));
-    if (npecasb + npecasp < 11 && L::fila(y) >= 6) l.f.pos += 11;
+    if (poucos_) soma(a.pos, 10 * escala<cor>() / ao_rei<L::outro>(s));
+    if (npecasb + npecasp < 11 && fila >= 6) a.pos += 11;
   } else {
-    soma(l.f.pos, no_centro * (poucos_ ? 15 : 10));
-    soma(l.f.pos, (poucos_ ? 25 : 5) * escala<cor>() / ao_rei<L::outro>(s));
+    soma(a.pos, no_centro * (poucos_ ? 15 : 10));
+    soma(a.pos, (poucos_ ? 25 : 5) * escala<cor>() / ao_rei<L::outro>(s));
   }
   constexpr bool reto = p == Peca::torre || p == Peca::dama;
   constexpr bool diagonal = p == Peca::bispo || p == Peca::dama;
   cada_direcao<reto ? 0 : 4, diagonal ? 7
                              : reto   ? 3
                                       : -1>([&]<int d>() {
-    anda_no_raio<cor, p, d>(s);
+    anda_no_raio<cor, p, d>(a, s);
     return false;
   });
+  l.alcance = a;
 }
 
 template <Cor raiz, Cor ataca>
@@ -292,9 +333,9 @@ void Varre<Varredura::folha, raiz, ataca>::rei(int s) {
   l.especies += static_cast<std::uint64_t>(Lado<cor>::fila(fila_de(s)) + 1);
   l.extensao |= bit(s);
   if (!rei_ativo<cor>()) return;
-  soma(l.f.pos, static_cast<double>(centro[static_cast<std::size_t>(s)]) * 50);
-  if (npecas<outro>() == 0) soma(l.f.pos, 75 * escala<cor>() / ao_rei<outro>(s));
-  salta<cor, Peca::rei>(s);
+  soma(l.alcance.pos, static_cast<double>(centro[static_cast<std::size_t>(s)]) * 50);
+  if (npecas<outro>() == 0) soma(l.alcance.pos, 75 * escala<cor>() / ao_rei<outro>(s));
+  salta<cor, Peca::rei>(l.alcance, s);
 }
 
 template <Cor raiz, Cor ataca>
@@ -304,13 +345,13 @@ void Varre<Varredura::folha, raiz, ataca>::peao(int s) {
   DoLado& l = lado<cor>();
   l.especies += um_de(Peca::peao) + static_cast<std::uint64_t>(Lado<cor>::fila(fila_de(s)) + 1);
   if (rei_ativo<cor>()) {
-    soma(l.f.pos, static_cast<double>(promo<cor>[static_cast<std::size_t>(s)]) * 100);
-    soma(l.f.pos, 25.0 / ao_rei<cor>(s));
-    soma(lado<outro>().f.pos, 25.0 / ao_rei<outro>(s));
+    soma(l.alcance.pos, static_cast<double>(promo<cor>[static_cast<std::size_t>(s)]) * 100);
+    soma(l.alcance.pos, 25.0 / ao_rei<cor>(s));
+    soma(lado<outro>().alcance.pos, 25.0 / ao_rei<outro>(s));
   } else {
     const Saltos& diante = saltos_na_varredura<cor, Peca::peao>[static_cast<std::size_t>(s)];
-    std::copy_n(diante.lista.begin(), 2, l.alcances.begin() + l.n);
-    l.n += diante.n;
+    std::memcpy(l.alcance.fim, diante.lista.data(), 2);
+    l.alcance.fim += diante.n;
   }
   const Bits vitimas = peao_ataca<cor>[static_cast<std::size_t>(s)] & lado<outro>().homens;
   if (vitimas != 0) ganhos_do_peao<cor>(s, vitimas);
@@ -328,9 +369,9 @@ void Varre<Varredura::folha, raiz, ataca>::ganhos_do_peao(int s, Bits vitimas) {
     if (alvo < 0 || alvo > 63 || (vitimas & bit(alvo)) == 0) continue;
     const int v = -L::visto(t_[static_cast<std::size_t>(alvo)]);
     if constexpr (cor == ataca)
-      soma(l.f.pos, v * static_cast<double>(agres) - 10);
+      soma(l.alcance.pos, v * static_cast<double>(agres) - 10);
     else if (v > valor_de(Peca::peao) && protegido)
-      l.f.pos += static_cast<float>(v / 2);
+      l.alcance.pos += static_cast<float>(v / 2);
   }
 }
 
@@ -340,7 +381,7 @@ void Varre<Varredura::folha, raiz, ataca>::ganhos_do_peao(int s, Bits vitimas) {
 template <Cor raiz, Cor ataca>
 template <Cor cor>
 void Varre<Varredura::folha, raiz, ataca>::estrutura(int s) {
-  float& pos = lado<cor>().f.pos;
+  float& pos = lado<cor>().alcance.pos;
   const auto n = static_cast<float>(estruturas_prontas_ ? estruturas_[peao_++] : 0);
   const float total = pos + n;
   if (estruturas_prontas_ && (total < 4 * pos || pos == 0)) {
@@ -368,11 +409,12 @@ void Varre<Varredura::folha, raiz, ataca>::conta_peoes() {
   const Bits dois_passos = um_adiante<cor>(um_passo & terceira_fila) & ~ocupadas_;
   const Bits direita = adiante << 8, esquerda = adiante >> 8;
   const Bits inimigos = ocupadas_ & ~l.homens;
-  const int att = quantas(direita & inimigos) + quantas(esquerda & inimigos);
-  const int def = quantas(direita & l.homens) + quantas(esquerda & l.homens);
+  const int att = quantas(direita & inimigos, esquerda & inimigos);
+  const int def = quantas(direita & l.homens, esquerda & l.homens);
   const int mob = quantas(um_passo | dois_passos) + att;
-  l.contas += static_cast<std::uint64_t>(mob) * um_mob + static_cast<std::uint64_t>(att) * um_att +
-              static_cast<std::uint64_t>(def) * um_def;
+  l.alcance.contas += static_cast<std::uint64_t>(mob) * um_mob +
+                      static_cast<std::uint64_t>(att) * um_att +
+                      static_cast<std::uint64_t>(def) * um_def;
   if (!rei_ativo<cor>()) l.f.shield = quantas(l.peoes & escudo_de<cor>[casa_do_rei<cor>()]);
 }
 
@@ -384,24 +426,26 @@ void Varre<Varredura::folha, raiz, ataca>::soma_alcances() {
   const auto& ao_preto = inverso_do_divisor[casa_do_rei<Cor::p>()];
   float cen_b = 0, ataque_b = 0, defesa_b = 0, cen_p = 0, ataque_p = 0, defesa_p = 0;
   const auto do_branco = [&](std::size_t i) {
-    const std::size_t s = branco_.alcances[i];
+    const std::size_t s = branco_.casas[i];
     cen_b += centroo[s];
     soma(ataque_b, ao_preto[s]);
     soma(defesa_b, ao_branco[s]);
   };
   const auto do_preto = [&](std::size_t i) {
-    const std::size_t s = preto_.alcances[i];
+    const std::size_t s = preto_.casas[i];
     cen_p += centroo[s];
     soma(ataque_p, ao_branco[s]);
     soma(defesa_p, ao_preto[s]);
   };
-  const std::size_t juntos = std::min(branco_.n, preto_.n);
+  const auto n_b = static_cast<std::size_t>(branco_.alcance.fim - branco_.casas.data());
+  const auto n_p = static_cast<std::size_t>(preto_.alcance.fim - preto_.casas.data());
+  const std::size_t juntos = std::min(n_b, n_p);
   for (std::size_t i = 0; i < juntos; ++i) {
     do_branco(i);
     do_preto(i);
   }
-  for (std::size_t i = juntos; i < branco_.n; ++i) do_branco(i);
-  for (std::size_t i = juntos; i < preto_.n; ++i) do_preto(i);
+  for (std::size_t i = juntos; i < n_b; ++i) do_branco(i);
+  for (std::size_t i = juntos; i < n_p; ++i) do_preto(i);
   branco_.f.cen = cen_b;
   branco_.f.kattack = ataque_b;
   branco_.f.kdefend = defesa_b;
@@ -422,9 +466,10 @@ void Varre<Varredura::folha, raiz, ataca>::fecha() {
   const auto especie = [&](Peca p) {
     return static_cast<int>(l.especies >> (16 + 8 * static_cast<int>(p)) & 0xff);
   };
-  f.mob = de_16(l.contas, 0);
-  f.att = de_16(l.contas, 1);
-  f.def = de_16(l.contas, 2);
+  f.pos = l.alcance.pos;
+  f.mob = de_16(l.alcance.contas, 0);
+  f.att = de_16(l.alcance.contas, 1);
+  f.def = de_16(l.alcance.contas, 2);
   f.advance = de_16(l.especies, 0);
   f.pawns = especie(Peca::peao);
   f.knights = especie(Peca::cavalo);

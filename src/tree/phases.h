@@ -87,10 +87,12 @@ void fases() {
   const NoAberto<N, cor> no;
   fase_da_captura_guardada(no);
   if (corte<N>()) return;
-  if constexpr (cronograma[N].promocoes)
-    if (em_cada<N>(no.homens.template de<cor>(Peca::peao),
+  if constexpr (cronograma[N].promocoes) {
+    constexpr Bits penultima = Bits{0x0101010101010101} << Lado<cor>::fila(6);
+    if (em_cada<N>(no.homens.template de<cor>(Peca::peao) & penultima,
                    [&](int x, int y) { analisepositive_peao(no, x, y); }))
       return;
+  }
   for (const Peca vitima : {Peca::dama, Peca::torre, Peca::cavalo, Peca::bispo, Peca::peao})
     if (em_cada<N>(no.homens.template de<outra(cor)>(vitima),
                    [&](int x, int y) { gerador(no, x, y); }))
