@@ -21,8 +21,8 @@ template <Cor cor, class F>
 bool rei_atacado(const Tabuleiro& t, F f) {
   bool atacado = false;
   cada_casa(onde(t, Lado<cor>::rei), [&](int s) {
-    f(coluna(s), fila_de(s));
-    if (atacada<cor>(t, coluna(s), fila_de(s))) atacado = true;
+    f(coluna_de(s), fila_de(s));
+    if (atacada<cor>(t, coluna_de(s), fila_de(s))) atacado = true;
     return false;
   });
   return atacado;

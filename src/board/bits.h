@@ -25,7 +25,7 @@ constexpr int ultima_de(Bits b) {
   return 63 - std::countl_zero(b);
 }
 
-constexpr int coluna(int s) {
+constexpr int coluna_de(int s) {
   return s >> 3;
 }
 constexpr int fila_de(int s) {
@@ -161,7 +161,7 @@ inline constexpr TabelaDeRaios raios = [] {
     for (int s = 0; s < 64; ++s) {
       Raio& r = t[d][static_cast<std::size_t>(s)];
       const Passo p = direcoes[d];
-      for (int x = coluna(s) + p.dx, y = fila_de(s) + p.dy; dentro(x, y); x += p.dx, y += p.dy) {
+      for (int x = coluna_de(s) + p.dx, y = fila_de(s) + p.dy; dentro(x, y); x += p.dx, y += p.dy) {
         r.lista[r.n++] = static_cast<std::uint8_t>(casa(x, y));
         r.casas |= bit(static_cast<int>(casa(x, y)));
       }
@@ -190,7 +190,7 @@ constexpr int passos_ate(int s, int f) {
   if constexpr (p.dx == 0)
     return p.dy * (f - s);
   else
-    return p.dx * (coluna(f) - coluna(s));
+    return p.dx * (coluna_de(f) - coluna_de(s));
 }
 
 // Calls f<d>() for the directions from `de` to `ate`, both included, until it gives true; then
@@ -212,7 +212,7 @@ constexpr Conjuntos conjuntos_de(const std::array<Passo, n>& passos) {
   Conjuntos c{};
   for (int s = 0; s < 64; ++s)
     for (const Passo p : passos) {
-      const int x = coluna(s) + p.dx, y = fila_de(s) + p.dy;
+      const int x = coluna_de(s) + p.dx, y = fila_de(s) + p.dy;
       if (dentro(x, y)) c[static_cast<std::size_t>(s)] |= bit(static_cast<int>(casa(x, y)));
     }
   return c;

@@ -105,39 +105,12 @@ void anota_ataques(int x, int y) {
   }
 }
 
-template <Cor cor>
-void anota_homem(std::uint8_t q, int x, int y) {
-  using L = Lado<cor>;
-  switch (q) {
-    case L::peao:
-      anota_ataques<cor, Peca::peao>(x, y);
-      break;
-    case L::cavalo:
-      anota_ataques<cor, Peca::cavalo>(x, y);
-      break;
-    case L::bispo:
-      anota_ataques<cor, Peca::bispo>(x, y);
-      break;
-    case L::torre:
-      anota_ataques<cor, Peca::torre>(x, y);
-      break;
-    case L::dama:
-      anota_ataques<cor, Peca::dama>(x, y);
-      break;
-    case L::rei:
-      anota_ataques<cor, Peca::rei>(x, y);
-      break;
-    default:
-      break;
-  }
-}
-
 void preenche_ataques() {
   ataca_b = {};
   ataca_p = {};
   percorre_tabuleiro([](int x, int y, std::size_t s) {
-    anota_homem<Cor::b>(tab2[s], x, y);
-    anota_homem<Cor::p>(tab2[s], x, y);
+    com_a_peca<Cor::b>(tab2[s], [=]<Peca p>() { anota_ataques<Cor::b, p>(x, y); });
+    com_a_peca<Cor::p>(tab2[s], [=]<Peca p>() { anota_ataques<Cor::p, p>(x, y); });
     return false;
   });
 }

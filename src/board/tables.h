@@ -1,5 +1,4 @@
-// The fixed square tables, all 64 entries, index 8 * file + rank. Score units; White's and Black's
-// tables are written out one by one since their centres are not mirror images.
+// The fixed square tables, all 64 entries, index 8 * file + rank. Score units.
 #pragma once
 
 #include "board/types.h"

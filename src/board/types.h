@@ -83,6 +83,24 @@ decltype(auto) por_cor(bool branco, F f) {
   return branco ? f.template operator()<Cor::b>() : f.template operator()<Cor::p>();
 }
 
+// Calls f<p>() for each kind of man from pawn to king until it gives true, and then gives true.
+template <class F>
+constexpr bool cada_peca(F f) {
+  return f.template operator()<Peca::peao>() || f.template operator()<Peca::cavalo>() ||
+         f.template operator()<Peca::bispo>() || f.template operator()<Peca::torre>() ||
+         f.template operator()<Peca::dama>() || f.template operator()<Peca::rei>();
+}
+
+// Calls f<p>() for the kind of the man of `cor` with this code; does nothing for any other code.
+template <Cor cor, class F>
+constexpr void com_a_peca(std::uint8_t codigo, F f) {
+  cada_peca([&]<Peca p>() {
+    if (codigo != codigo_de(p, cor)) return false;
+    f.template operator()<p>();
+    return true;
+  });
+}
+
 // A step on the board.
 struct Passo {
   int dx, dy;

@@ -135,30 +135,15 @@ class Varre<Varredura::folha, raiz, ataca>;
 template <Varredura V, Cor raiz, Cor ataca>
 template <Cor cor>
 void Varre<V, raiz, ataca>::homem(int x, int y) {
-  using L = Lado<cor>;
-  figuras<cor>().advance += L::fila(y) + 1;
-  switch (em(x, y)) {
-    case L::peao:
+  figuras<cor>().advance += Lado<cor>::fila(y) + 1;
+  com_a_peca<cor>(em(x, y), [&]<Peca p>() {
+    if constexpr (p == Peca::peao)
       peao<cor>(x, y);
-      break;
-    case L::cavalo:
-      oficial<cor, Peca::cavalo>(x, y);
-      break;
-    case L::bispo:
-      oficial<cor, Peca::bispo>(x, y);
-      break;
-    case L::torre:
-      oficial<cor, Peca::torre>(x, y);
-      break;
-    case L::dama:
-      oficial<cor, Peca::dama>(x, y);
-      break;
-    case L::rei:
+    else if constexpr (p == Peca::rei)
       rei<cor>(x, y);
-      break;
-    default:
-      break;
-  }
+    else
+      oficial<cor, p>(x, y);
+  });
 }
 
 // A square reached by a man of `cor`, whatever stands there.

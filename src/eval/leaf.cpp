@@ -106,13 +106,11 @@ float com_quociente(float raiz, float outro) {
 }
 
 float com_logaritmo(float raiz, float outro) {
-  if (raiz == outro && raiz > 0) return 0;
-  const double r = raiz, o = outro;
+  if (!ha_ln_do_total(raiz) || !ha_ln_do_total(outro)) return com_logaritmo_exato(raiz, outro);
+  if (raiz == outro) return 0;
+  const double quociente = ln_do_total(raiz) - ln_do_total(outro);
   float soma;
-  if (ha_ln_do_total(raiz) && ha_ln_do_total(outro) &&
-      arredonda_com_certeza(
-          r - o + static_cast<double>(MQ) * (ln_do_total(raiz) - ln_do_total(outro)), soma))
-    return soma;
+  if (arredonda_com_certeza(static_cast<double>(raiz) - outro + MQ * quociente, soma)) return soma;
   return com_logaritmo_exato(raiz, outro);
 }
 

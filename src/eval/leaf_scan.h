@@ -8,6 +8,7 @@
 
 #include "board/bits.h"
 #include "eval/figures.h"
+#include "eval/pawn_cache.h"
 
 namespace korvu {
 
@@ -19,7 +20,7 @@ inline constexpr Inversos inverso_do_divisor = [] {
   for (int r = 0; r < 64; ++r)
     for (int s = 0; s < 64; ++s)
       t[static_cast<std::size_t>(r)][static_cast<std::size_t>(s)] =
-          1.0 / divisor(coluna(r), fila_de(r), coluna(s), fila_de(s));
+          1.0 / divisor(coluna_de(r), fila_de(r), coluna_de(s), fila_de(s));
   return t;
 }();
 
@@ -38,7 +39,7 @@ constexpr TabelaDeSaltos saltos_em_ordem(const std::array<Passo, n>& passos) {
   TabelaDeSaltos t{};
   for (std::size_t s = 0; s < 64; ++s)
     for (const Passo p : passos) {
-      const int x = coluna(static_cast<int>(s)) + p.dx, y = fila_de(static_cast<int>(s)) + p.dy;
+      const int x = coluna_de(static_cast<int>(s)) + p.dx, y = fila_de(static_cast<int>(s)) + p.dy;
       if (dentro(x, y)) t[s].lista[t[s].n++] = static_cast<std::uint8_t>(casa(x, y));
     }
   return t;
@@ -57,7 +58,7 @@ inline constexpr Conjuntos escudo_de = [] {
   for (int r = 0; r < 64; ++r)
     for (int dx = -1; dx <= 1; ++dx)
       for (int dy = 0; dy <= 2; ++dy) {
-        const int x = coluna(r) + dx, y = fila_de(r) + Lado<cor>::frente * dy;
+        const int x = coluna_de(r) + dx, y = fila_de(r) + Lado<cor>::frente * dy;
         if (dentro(x, y)) c[static_cast<std::size_t>(r)] |= bit(static_cast<int>(casa(x, y)));
       }
   return c;
@@ -85,13 +86,6 @@ inline constexpr TabelaFloat por_ter_saido = tabela<float>([](int x, int y) {
 inline constexpr std::array<TabelaFloat, 2> na_grande_diagonal = {
     tabela<float>([](int x, int y) { return x == y || x + y == 7 ? 11 : 0; }),
     tabela<float>([](int x, int y) { return x == y || x + y == 7 ? 5 : 0; })};
-
-// What the structure gives each pawn of the board, in the order of the scan: the sum of its terms.
-inline constexpr std::size_t maximo_de_peoes = 16;
-using Estruturas = std::array<std::int16_t, maximo_de_peoes>;
-
-// The structure of at most 16 pawns, from a small cache keyed by both sides' sets.
-const Estruturas& estruturas_de(Bits peoes_b, Bits peoes_p);
 
 template <Cor raiz, Cor ataca>
 class Varre<Varredura::folha, raiz, ataca> {
@@ -165,7 +159,7 @@ class Varre<Varredura::folha, raiz, ataca> {
   }
   template <Cor cor>
   int ao_rei(int s) const {
-    return divisor(coluna(s), fila_de(s), rei_x<cor>(), rei_y<cor>());
+    return divisor(coluna_de(s), fila_de(s), rei_x<cor>(), rei_y<cor>());
   }
   template <Cor cor>
   static double escala() {
@@ -388,7 +382,7 @@ void Varre<Varredura::folha, raiz, ataca>::estrutura(int s) {
     pos = total;
     return;
   }
-  estrutura_do_peao<cor>(t_, coluna(s), fila_de(s),
+  estrutura_do_peao<cor>(t_, coluna_de(s), fila_de(s),
                          [&pos](int termo) { pos += static_cast<float>(termo); });
 }
 
@@ -482,8 +476,8 @@ void Varre<Varredura::folha, raiz, ataca>::fecha() {
   Bits filas = l.extensao | l.extensao >> 32;
   filas |= filas >> 16;
   filas = (filas | filas >> 8) & 0xff;
-  f.xmin = coluna(primeira_de(l.extensao));
-  f.xmax = coluna(ultima_de(l.extensao));
+  f.xmin = coluna_de(primeira_de(l.extensao));
+  f.xmax = coluna_de(ultima_de(l.extensao));
   f.ymin = primeira_de(filas);
   f.ymax = ultima_de(filas);
 }

@@ -21,24 +21,14 @@ void capturas_da_primeira(const NoAberto<1, cor>& no, int x, int y, F vitima) {
     alvos<p>(t, x, y, toma);
 }
 
-// Calls f<p>() for each kind of man from pawn to king until it gives true, and then gives true.
-template <class F>
-bool cada_peca(F f) {
-  return f.template operator()<Peca::peao>() || f.template operator()<Peca::cavalo>() ||
-         f.template operator()<Peca::bispo>() || f.template operator()<Peca::torre>() ||
-         f.template operator()<Peca::dama>() || f.template operator()<Peca::rei>();
-}
-
 template <Cor cor>
 void captura_guardada_da_primeira(const NoAberto<1, cor>& no) {
   using Inimigo = Lado<outra(cor)>;
   const Lance g = guardado_g[1];
   if (g.aa == -1) return;
   const auto tomavel = [](std::uint8_t q) { return Lado<cor>::inimiga(q) && q != Inimigo::rei; };
-  cada_peca([&]<Peca p>() {
-    if (tabd[1][casa(g.aa, g.bb)] != codigo_de(p, cor)) return false;
+  com_a_peca<cor>(tabd[1][casa(g.aa, g.bb)], [&]<Peca p>() {
     capturas_da_primeira<p, Laco::geradortest>(no, g.aa, g.bb, tomavel);
-    return true;
   });
 }
 

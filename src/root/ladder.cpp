@@ -86,7 +86,7 @@ void varre_casas(const Expansor& e) {
   if (corte_MAXcut || memoria_do_passe.dispensa_expansor(e)) return;
   memoria_do_passe.comeca_expansor(e);
   cada_casa(onde(tab, codigo_de(e.peca, raiz)), [&](int s) {
-    analise100<raiz>(e, coluna(s), fila_de(s));
+    analise100<raiz>(e, coluna_de(s), fila_de(s));
     return corte_MAXcut != 0;
   });
   memoria_do_passe.acaba_expansor();

@@ -24,12 +24,12 @@ struct NotaDoRoque {
 
 class MemoriaDoPasse {
  public:
-  // Forgets everything. Outside a pass nothing is remembered, and every move is rated anew.
+  // Both forget everything. Outside a pass nothing is remembered, and every move is rated anew.
   void comeca() {
     *this = {};
     ativa_ = true;
   }
-  void acaba() { ativa_ = false; }
+  void acaba() { *this = {}; }
 
   // --- Moves ---
 

@@ -29,7 +29,7 @@ void gerador(const NoAberto<N, cor>& no, int x, int y) {
   const int s = static_cast<int>(casa(x, y));
   const Bits homens = pretendentes(no, s);
   if (homens == 0) return;
-  const auto toma = [&](int de) { return tenta<L>(no, coluna(de), fila_de(de), x, y); };
+  const auto toma = [&](int de) { return tenta<L>(no, coluna_de(de), fila_de(de), x, y); };
   const auto do_raio = [&]<int d>() {
     if ((raio(d, s).casas & homens) == 0) return false;
     const int de = fim_do_raio<d>(no.homens.ocupadas, s);

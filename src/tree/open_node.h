@@ -31,7 +31,7 @@ class NoAberto {
       verifica_rei<cor>();
       return;
     }
-    rei_x<cor>() = coluna(rei);
+    rei_x<cor>() = coluna_de(rei);
     rei_y<cor>() = fila_de(rei);
     Y = descobre_o_rei(static_cast<int>(casa(x1, y1)));
   }

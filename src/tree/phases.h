@@ -11,7 +11,7 @@ namespace korvu {
 template <int N, class F>
 bool em_cada(Bits casas, F loop) {
   return cada_casa(casas, [&](int s) {
-    loop(coluna(s), fila_de(s));
+    loop(coluna_de(s), fila_de(s));
     return corte<N>() != 0;
   });
 }
@@ -31,31 +31,10 @@ void fase_da_captura_guardada(const NoAberto<N, cor>& no) {
 // The stored quiet move, by the loop of the man that stands on its from-square now.
 template <int N, Cor cor>
 void fase_do_lance_guardado(const NoAberto<N, cor>& no) {
-  using T = Lado<cor>;
   const Lance& g = guardado[N];
   if (g.aa == -1) return;
-  switch (tabd[N][casa(g.aa, g.bb)]) {
-    case T::peao:
-      analiselivre<Peca::peao, true>(no, g.aa, g.bb);
-      break;
-    case T::cavalo:
-      analiselivre<Peca::cavalo, true>(no, g.aa, g.bb);
-      break;
-    case T::bispo:
-      analiselivre<Peca::bispo, true>(no, g.aa, g.bb);
-      break;
-    case T::torre:
-      analiselivre<Peca::torre, true>(no, g.aa, g.bb);
-      break;
-    case T::dama:
-      analiselivre<Peca::dama, true>(no, g.aa, g.bb);
-      break;
-    case T::rei:
-      analiselivre<Peca::rei, true>(no, g.aa, g.bb);
-      break;
-    default:
-      break;
-  }
+  com_a_peca<cor>(tabd[N][casa(g.aa, g.bb)],
+                  [&]<Peca p>() { analiselivre<p, true>(no, g.aa, g.bb); });
 }
 
 // Pawns within a file from the most advanced down; ranks 1 to 6 only.

@@ -59,7 +59,7 @@ void livre_em_linha(const NoAberto<N, cor>& no, int s) {
         passos_ate<d>(s, ultima) - static_cast<int>(no.homens.ocupadas >> ultima & 1);
     for (int k = 0; k < livres; ++k) {
       const int alvo = raio(d, s).lista[static_cast<std::size_t>(k)];
-      if (tenta<L>(no, coluna(s), fila_de(s), coluna(alvo), fila_de(alvo))) return true;
+      if (tenta<L>(no, coluna_de(s), fila_de(s), coluna_de(alvo), fila_de(alvo))) return true;
     }
     return false;
   });

@@ -18,7 +18,8 @@ inline bool raiz_folgada() {
   return alfa0 >= 15 || (alfa0 >= ALFA0 - 5 && alfa0 >= -15);
 }
 
-// Ply 7. True when the node has its value; may also tell the parent to stop after this move.
+// Ply 7. True when the node has its value; may also tell the parent to stop, which it does
+// when the loop of the present square is done.
 template <int N, Cor cor>
 bool filtro_de_sete(float w, int x1, int y1, int x2, int y2) {
   if (deep == N) {

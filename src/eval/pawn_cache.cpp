@@ -1,4 +1,4 @@
-#include "eval/leaf_scan.h"
+#include "eval/pawn_cache.h"
 
 namespace korvu {
 namespace {
@@ -29,7 +29,7 @@ template <Cor cor>
 constexpr VistaDoPeao vista_do_peao(int s) {
   using L = Lado<cor>;
   VistaDoPeao v;
-  const int x = coluna(s), fila = L::fila(fila_de(s));
+  const int x = coluna_de(s), fila = L::fila(fila_de(s));
   const auto casa_em = [](int i, int r) {
     return i < 0 || i > 7 ? Bits{0} : bit(static_cast<int>(casa(i, L::fila(r))));
   };
