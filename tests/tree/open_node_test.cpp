@@ -221,7 +221,7 @@ TEST(OpenNode, TestsTheKingOnOddBoardsToo) {
   Tally tally;
   constexpr std::array<int, 7> values = {10, 10, 32, 33, 50, 90, 110};
   stand(0, "4k3/8/8/8/8/8/8/4K3 w - - 0 1");
-  for (int k = 0; k < 3000; ++k) {
+  for (int k = 0; k < 12000; ++k) {
     Tabuleiro t{};
     for (std::uint8_t& square : t)
       if (dice() % (2 + static_cast<unsigned>(k) % 8) == 0) {
