@@ -175,6 +175,40 @@ TEST(RoundingTest, RefusesZeroAndWhatIsNoNumber) {
   EXPECT_EQ(rounded, 1.25F);
 }
 
+// --- Where a quotient of the leaf loses its logarithm ---
+
+// Two White pawns attack a pawn each; the weight of such attacks moves White's positional sum from
+// where its quotient has a logarithm to where it has none, by the smallest steps there are.
+TEST(LeafSums, AreTheExtendedOnesNextToWhereAQuotientEnds) {
+  bench::lay("4k3/8/8/1p3p2/P5P1/8/8/4K3 w - - 0 1");
+  bench::kings_at_home();
+  piecesac = 10000;  // the sum itself is to be seen
+  const auto base = [] {
+    const Figuras f = bench::figures<Varredura::folha, Cor::b, Cor::b, Cor::b>();
+    return static_cast<double>(f.pos) + f.cen + 10.1;
+  };
+  agres = 0;
+  const double at_none = base();
+  agres = 1;
+  const double by_one = base() - at_none;
+  ASSERT_GT(by_one, 0);
+  agres = static_cast<float>(-at_none / by_one);
+  for (int k = 0; k < 2000; ++k) agres = std::nextafterf(agres, -100);
+  int above = 0, below = 0, tiny = 0;
+  for (int k = 0; k < 4000; ++k) {
+    agres = std::nextafterf(agres, 100);
+    const plain::Leaf twin = plain::leaf(plain::board_from_bytes(tab2), plain::setting_from_slots(),
+                                         plain::white, plain::white);
+    extra_eval<Cor::b, Cor::b>();
+    ASSERT_PRED2(bench::same_sum, extraeval, twin.correction) << "step " << k;
+    (base() > 0 ? above : below)++;
+    tiny += base() > 0 && base() < 1e-5;
+  }
+  EXPECT_GT(above, 100);
+  EXPECT_GT(below, 100);
+  EXPECT_GT(tiny, 1);
+}
+
 // --- How often the slow sum is needed ---
 
 struct Parent {

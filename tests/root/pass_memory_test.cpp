@@ -258,6 +258,17 @@ TEST(PassMemory, CastlingsLateInTheGame) {
     });
 }
 
+// With two kings the moves met before a castling differ from one king to the other, and so does the
+// castling's rating: attacks are those of the move before.
+TEST(PassMemory, CastlingsOfTwoKings) {
+  for (const std::string_view fen :
+       {"4k3/8/8/2n5/2p5/2K5/8/3pK2R w K - 0 1", "7k/8/8/8/2p5/2K5/8/R3Kp2 w Q - 0 1"})
+    each_colour([&]<Cor root>() {
+      expect_same_search({.fen = told_for<root>(fen)});
+      expect_same_search({.fen = told_for<root>(fen), .temperament = 1, .ply = 75});
+    });
+}
+
 TEST(PassMemory, IllegalMovesPinsAndChecks) {
   for (const std::string_view fen :
        {"4r1k1/8/8/b7/8/2N5/4B3/R3K2R w KQ - 0 1", "4k3/8/8/8/7b/8/8/R3K2R w KQ - 0 1",
