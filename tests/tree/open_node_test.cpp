@@ -194,25 +194,22 @@ TEST(OpenNode, TestsTheKingAfterEveryMoveAsTheFullTestDoes) {
   EXPECT_LT(tally.in_check, tally.moves / 2);
 }
 
-// Two pawns leave the rank at once, and neither alone would open it; and a pawn taken in passing
-// that stood between its king and a bishop.
-TEST(OpenNode, SeesTheRankOpenedByACaptureInPassing) {
+// Two pawns leave the rank at once, and neither alone would open it; or the pawn taken stood
+// between the king and a bishop or queen, on a line that the taker does not stand on.
+TEST(OpenNode, SeesTheLineOpenedByACaptureInPassing) {
   for (const std::string_view fen :
        {"4k3/8/8/K2pP2r/8/8/8/8 w - d6 0 1", "4k3/8/8/r2pP2K/8/8/8/8 w - d6 0 1",
-        "4k2b/8/8/3pP3/8/8/1K6/8 w - d6 0 1", "4k3/8/b7/3pP3/2K5/8/8/8 w - d6 0 1",
-        "b3k3/8/8/3pP3/4K3/8/8/8 w - d6 0 1"}) {
+        "4k3/1b6/8/3pP3/8/5K2/8/8 w - d6 0 1", "4k1b1/8/8/3pP3/8/1K6/8/8 w - d6 0 1",
+        "q3k3/8/8/3pP3/8/8/6K1/8 w - d6 0 1"}) {
     SCOPED_TRACE(fen);
     each_colour([&]<Cor cor>() {
       stand(2, told_for<cor>(fen));
       Tally tally;
       expect_same_test<2, cor>(tally);
       EXPECT_EQ(tally.by_kind[in_passing], 1);
+      EXPECT_EQ(tally.opened_in_passing, 1);
     });
   }
-  stand(2, "4k3/8/8/K2pP2r/8/8/8/8 w - d6 0 1");
-  Tally tally;
-  expect_same_test<2, Cor::b>(tally);
-  EXPECT_EQ(tally.opened_in_passing, 1);
 }
 
 // Men strewn anyhow: walls of pinned men, kings in check, no king, three kings.
