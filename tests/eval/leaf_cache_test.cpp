@@ -241,7 +241,7 @@ TEST(LeafCache, BoardsOnTheSameRecordAreToldApart) {
   };
   std::vector<Met> met;
   bench::lay("4k3/8/8/8/8/8/8/4K3 w - - 0 1");
-  for (int k = 0; k < 16000; ++k) {
+  for (int k = 0; k < 60000; ++k) {
     if (k % 4 == 0) bench::strew(dice, 2 + k % 30);
     if (k % 4 != 0) change_a_square(dice);
     met.push_back({tab2, told_plainly(members[0])});
