@@ -1,12 +1,23 @@
-# Fails unless the nodes that BENCH counts over every STEP-th position equal the recorded ones. This is
-# a tripwire: it tells that the search has changed, not which of the two is right.
+# Fails unless the nodes that BENCH counts over every STEP-th position equal the recorded ones, each of
+# TIMES times (once, if not given) in the one process. This is a tripwire: it tells that the search has
+# changed, not which of the two is right.
+if(NOT TIMES)
+  set(TIMES 1)
+endif()
 file(STRINGS ${RECORD} records REGEX "^${STEP} ")
+if(NOT records)
+  message(FATAL_ERROR "no signature recorded for step ${STEP}")
+endif()
 string(REGEX REPLACE "^[0-9]+ ([0-9]+).*" "\\1" recorded "${records}")
-execute_process(COMMAND ${BENCH} ${STEP} OUTPUT_VARIABLE printed COMMAND_ERROR_IS_FATAL ANY)
-if(NOT printed MATCHES "\n([0-9]+) nodes [0-9]+ nps\n$")
-  message(FATAL_ERROR "no signature in:\n${printed}")
+execute_process(COMMAND ${BENCH} ${STEP} ${TIMES} OUTPUT_VARIABLE printed COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "[0-9]+ nodes [0-9]+ nps" totals "${printed}")
+list(LENGTH totals counted)
+if(NOT counted EQUAL TIMES)
+  message(FATAL_ERROR "${counted} signatures, not ${TIMES}, in:\n${printed}")
 endif()
-if(NOT CMAKE_MATCH_1 STREQUAL recorded)
-  message(FATAL_ERROR "signature ${CMAKE_MATCH_1}, recorded ${recorded}\n${printed}")
-endif()
+foreach(total IN LISTS totals)
+  if(NOT total MATCHES "^${recorded} nodes")
+    message(FATAL_ERROR "${total}, recorded ${recorded}\n${printed}")
+  endif()
+endforeach()
 message(STATUS "signature ${recorded}")

@@ -64,19 +64,9 @@ Medida mede_em_outro_processo(const Posicao& p) {
   std::exit(EXIT_FAILURE);
 }
 
-}  // namespace
-}  // namespace korvu::bench
-
-// korvu-bench [N]: every N-th position only, for slow builds.
-int main(int argc, char** argv) {
-  using namespace korvu::bench;
-  const int passo = argc > 1 ? std::atoi(argv[1]) : 1;
-  if (passo < 1) {
-    std::cerr << "usage: korvu-bench [N]   (every N-th position)\n";
-    return EXIT_FAILURE;
-  }
+void mede_todas(std::size_t passo) {
   Medida total;
-  for (std::size_t i = 0; i < std::size(posicoes); i += static_cast<std::size_t>(passo)) {
+  for (std::size_t i = 0; i < std::size(posicoes); i += passo) {
     const Medida m = mede_em_outro_processo(posicoes[i]);
     std::cout << m.nos << '\t' << posicoes[i].posicao << std::endl;
     total.nos += m.nos;
@@ -84,4 +74,18 @@ int main(int argc, char** argv) {
   }
   const auto nps = static_cast<std::uint64_t>(static_cast<double>(total.nos) / total.segundos);
   std::cout << total.nos << " nodes " << nps << " nps" << std::endl;
+}
+
+}  // namespace
+}  // namespace korvu::bench
+
+// korvu-bench [N [TIMES]]: every N-th position only, for slow builds; all of it so many times.
+int main(int argc, char** argv) {
+  const int passo = argc > 1 ? std::atoi(argv[1]) : 1;
+  const int vezes = argc > 2 ? std::atoi(argv[2]) : 1;
+  if (passo < 1 || vezes < 1) {
+    std::cerr << "usage: korvu-bench [N [TIMES]]   (every N-th position, so many times)\n";
+    return EXIT_FAILURE;
+  }
+  for (int k = 0; k < vezes; ++k) korvu::bench::mede_todas(static_cast<std::size_t>(passo));
 }

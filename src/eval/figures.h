@@ -7,6 +7,7 @@
 
 #include "board/state.h"
 #include "board/tables.h"
+#include "eval/extended.h"
 #include "eval/freedom.h"
 #include "eval/knobs.h"
 #include "eval/pawns.h"
@@ -46,11 +47,11 @@ inline void soma(float& total, double termo) {
 }
 
 // How far the men have come for their number, and how closely the pawns stand.
-inline long double avanco(const Figuras& f) {
-  return (static_cast<long double>(f.advance) + 0.1) / (f.officers + f.pawns + 1);
+inline Estendido avanco(const Figuras& f) {
+  return (static_cast<Estendido>(f.advance) + 0.1) / (f.officers + f.pawns + 1);
 }
-inline long double densidade(const Figuras& f) {
-  return static_cast<long double>(f.pawns + 1) / ((f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1));
+inline Estendido densidade(const Figuras& f) {
+  return static_cast<Estendido>(f.pawns + 1) / ((f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1));
 }
 
 // The scan of one board. `raiz` is the root side: its men's proximity to the enemy king is scaled

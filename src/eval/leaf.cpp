@@ -23,8 +23,8 @@ bool falta_material(const Figuras& b, const Figuras& p) {
 
 // The correction as it is defined: in extended precision, the root move's own assessment first.
 template <Cor raiz>
-long double soma_exata(const Figuras& r, const Figuras& o) {
-  long double total = extraevalll;
+Estendido soma_exata(const Figuras& r, const Figuras& o) {
+  Estendido total = extraevalll;
   total += avanco(r) - avanco(o);
   total += densidade(r) - densidade(o);
   total += peso(r, o);
@@ -67,7 +67,7 @@ double soma_rapida(const Figuras& r, const Figuras& o) {
 }
 
 float com_logaritmo_exato(float raiz, float outro) {
-  const long double r = raiz, o = outro;
+  const Estendido r = raiz, o = outro;
   return static_cast<float>(r - o + MQ * logaritmo(r / o));
 }
 
@@ -101,7 +101,7 @@ float diferenca(float raiz, float outro) {
 }
 
 float com_quociente(float raiz, float outro) {
-  const long double r = raiz, o = outro;
+  const Estendido r = raiz, o = outro;
   return static_cast<float>(r - o + r / o);
 }
 

@@ -3,64 +3,64 @@
 #pragma once
 
 #include <cmath>
-#include <limits>
 
+#include "eval/extended.h"
 #include "eval/figures.h"
 
 namespace korvu {
 
-static_assert(std::numeric_limits<long double>::digits >= 64, "scores need extended precision");
-
-inline long double logaritmo(long double x) {
-  return std::log(x);
+inline Estendido logaritmo(Estendido x) {
+  using std::log;
+  return log(x);
 }
 
 // The sum rounded once. A sum that is no number counts as nothing: a leaf always has a value.
-inline float arredonda(long double total) {
-  return std::isnan(total) ? 0.0F : static_cast<float>(total);
+inline float arredonda(Estendido total) {
+  using std::isnan;
+  return isnan(total) ? 0.0F : static_cast<float>(total);
 }
 
 // raiz / outro as a logarithm, with `base` added to both: counts then are never 0. A positional sum
 // may still be, or lie below it (agres 0 makes pawn attacks a loss); that gives no number.
-inline long double quociente(long double raiz, long double outro, long double base) {
+inline Estendido quociente(Estendido raiz, Estendido outro, Estendido base) {
   return logaritmo((raiz + base) / (outro + base));
 }
 
 // Safety of the own king, danger of the other's: defence against attack of the reached squares.
-inline long double defesa_do_rei(const Figuras& dono, const Figuras& atacante) {
-  return 5 * logaritmo((static_cast<long double>(dono.kdefend) + dono.shield + 3) /
-                       (static_cast<long double>(atacante.kattack) + 3));
+inline Estendido defesa_do_rei(const Figuras& dono, const Figuras& atacante) {
+  return 5 * logaritmo((static_cast<Estendido>(dono.kdefend) + dono.shield + 3) /
+                       (static_cast<Estendido>(atacante.kattack) + 3));
 }
-inline long double ataque_ao_rei(const Figuras& atacante, const Figuras& dono) {
-  return 5 * logaritmo((static_cast<long double>(atacante.kattack) + 3) /
-                       (static_cast<long double>(dono.kdefend) + dono.shield + 3));
+inline Estendido ataque_ao_rei(const Figuras& atacante, const Figuras& dono) {
+  return 5 * logaritmo((static_cast<Estendido>(atacante.kattack) + 3) /
+                       (static_cast<Estendido>(dono.kdefend) + dono.shield + 3));
 }
 
 // Officers' weight, at weight two.
-inline long double peso(const Figuras& raiz, const Figuras& outro) {
+inline Estendido peso(const Figuras& raiz, const Figuras& outro) {
   return 2 * quociente(raiz.weight, outro.weight, 10.1);
 }
 
-inline long double mobilidade(const Figuras& raiz, const Figuras& outro) {
+inline Estendido mobilidade(const Figuras& raiz, const Figuras& outro) {
   return MOB * quociente(raiz.mob, outro.mob, 3);
 }
 
-inline long double posicao(const Figuras& raiz, const Figuras& outro) {
-  return PM * quociente(static_cast<long double>(raiz.pos) + raiz.cen,
-                        static_cast<long double>(outro.pos) + outro.cen, 10.1);
+inline Estendido posicao(const Figuras& raiz, const Figuras& outro) {
+  return PM * quociente(static_cast<Estendido>(raiz.pos) + raiz.cen,
+                        static_cast<Estendido>(outro.pos) + outro.cen, 10.1);
 }
 
 // The castling marks' quotient; absent when neither side castled on the line.
 template <Cor raiz>
-long double valor_do_roque() {
+Estendido valor_do_roque() {
   if (roque_b == 0 && roque_p == 0) return 0;
   return roque_v * quociente(roque<raiz>(), roque<outra(raiz)>(), 3);
 }
 
 // Attack against defence, weighted by the root's assessment. The other side's figure is added too,
 // not subtracted, at a tenth of the weight: lively positions count for both.
-inline long double ataque_por_defesa(const Figuras& raiz, const Figuras& outro) {
-  const long double peso_da_raiz = shashinn;
+inline Estendido ataque_por_defesa(const Figuras& raiz, const Figuras& outro) {
+  const Estendido peso_da_raiz = shashinn;
   return peso_da_raiz * 0.01 * quociente(raiz.att, raiz.def, 3) +
          peso_da_raiz * 0.001 * quociente(outro.att, outro.def, 3);
 }

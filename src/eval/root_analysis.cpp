@@ -11,9 +11,9 @@ namespace {
 // a side that has spent men, or stayed back, reads better.
 template <Cor raiz>
 float le_posicao(const Figuras& r, const Figuras& o) {
-  const long double proprio = material_da_raiz<raiz>();
-  const long double outro = material_da_raiz<outra(raiz)>();
-  long double total = 0.1 * logaritmo((outro + 0.1) / (proprio + 0.1));
+  const Estendido proprio = material_da_raiz<raiz>();
+  const Estendido outro = material_da_raiz<outra(raiz)>();
+  Estendido total = 0.1 * logaritmo((outro + 0.1) / (proprio + 0.1));
   total += defesa_do_rei(r, o);
   total += ataque_ao_rei(r, o);
   total += peso(r, o);

@@ -11,7 +11,7 @@ namespace {
 // The leaf formula scaled to one hundredth.
 template <Cor raiz>
 float herda_da_raiz(const Figuras& r, const Figuras& o) {
-  long double total = valor_do_roque<raiz>();
+  Estendido total = valor_do_roque<raiz>();
   total += defesa_do_rei(r, o);
   total += peso(r, o);
   total += avanco(r) - avanco(o) + densidade(r) - densidade(o);

@@ -15,7 +15,7 @@ struct Plies {
 constexpr Plies W = {6, 16}, V = {5, 17};
 constexpr Plies pares = {0, 16}, impares = {1, 17}, pares_sem_raiz = {2, 16};
 
-void poe(Plies plies, long double limite) {
+void poe(Plies plies, Estendido limite) {
   for (std::size_t n = plies.de; n <= plies.ate; n += 2) MAXcut[n] = static_cast<float>(limite);
 }
 
@@ -36,10 +36,10 @@ bool so() {
 // What the root side expects: a capture just made against it, the balance and the quotient.
 template <Cor raiz>
 struct Esperado {
-  const long double L = quociente_da_raiz<raiz>();
-  const long double ganho =
-      (raiz == Cor::b ? peca : -peca) + static_cast<long double>(materialflot0) + L;
-  const long double perda = -static_cast<long double>(materialflot0) - L;
+  const Estendido L = quociente_da_raiz<raiz>();
+  const Estendido ganho =
+      (raiz == Cor::b ? peca : -peca) + static_cast<Estendido>(materialflot0) + L;
+  const Estendido perda = -static_cast<Estendido>(materialflot0) - L;
 };
 
 template <Cor raiz>
@@ -116,8 +116,8 @@ void caps_de_mate() {
 }
 
 template <Cor raiz>
-long double quociente_da_raiz() {
-  return MQ * logaritmo(static_cast<long double>(material_da_raiz<raiz>()) /
+Estendido quociente_da_raiz() {
+  return MQ * logaritmo(static_cast<Estendido>(material_da_raiz<raiz>()) /
                         material_da_raiz<outra(raiz)>());
 }
 
@@ -141,8 +141,8 @@ void repoe_caps() {
   MAXcut = MAXcutt;
 }
 
-template long double quociente_da_raiz<Cor::b>();
-template long double quociente_da_raiz<Cor::p>();
+template Estendido quociente_da_raiz<Cor::b>();
+template Estendido quociente_da_raiz<Cor::p>();
 template void define_caps<Cor::b>();
 template void define_caps<Cor::p>();
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "board/types.h"
+#include "eval/extended.h"
 
 namespace korvu {
 
@@ -25,6 +26,6 @@ void repoe_caps();
 
 // MQ x ln(own total / other's total) at the root, in extended precision.
 template <Cor raiz>
-long double quociente_da_raiz();
+Estendido quociente_da_raiz();
 
 }  // namespace korvu

@@ -106,9 +106,10 @@ void aprofunda() {
 
 template <Cor raiz>
 void define_empate() {
-  const long double valor = quociente_da_raiz<raiz>() + empp - 10;
+  const Estendido valor = quociente_da_raiz<raiz>() + empp - 10;
   // While a side counts no material the quotient is no number to cut; any draw value will do.
-  emp = std::isfinite(valor) ? static_cast<int>(valor) : empp - 10;
+  using std::isfinite;
+  emp = isfinite(valor) ? static_cast<int>(valor) : empp - 10;
   emppp = emp;
 }
 

@@ -189,7 +189,7 @@ Capada busca_capada(int x1, int y1, int x2, int y2, bool houve_rasa) {
 template <Cor raiz>
 void abre_janela() {
   beta1 = alfa0;
-  const long double minimo = balanco<raiz>() + quociente_da_raiz<raiz>() - 15;
+  const Estendido minimo = balanco<raiz>() + quociente_da_raiz<raiz>() - 15;
   if (alfa0 >= -15 && E >= minimo) {
     alfa0 -= 75;
     E -= 75;

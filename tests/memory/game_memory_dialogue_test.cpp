@@ -131,8 +131,7 @@ TEST_F(GameMemoryDialogue, AGamesFirstMovesAreSearchedEveryTimeAndNotRemembered)
                      "position startpos moves e2e4", "position startpos moves e2e4",
                      "setoption name Deep value 9"});
   int searches = 0;
-  for (const std::string& line : answered)
-    searches += line.find(" nodes 20 ") != std::string::npos;
+  for (const std::string& line : answered) searches += line.find(" nodes 20 ") != std::string::npos;
   EXPECT_EQ(searches, 4) << "the pawns' and knights' moves";
   EXPECT_EQ(korvu::indice_da_memoria(), 0);
 }

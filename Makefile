@@ -1,0 +1,27 @@
+# Builds the engine with one compiler and nothing else, as match frameworks ask for it:
+#   make EXE=path [CXX=clang++]      then: path, or: make bench EXE=path
+# Whoever works on the engine builds with CMake; see CONTRIBUTING.md.
+EXE ?= korvu
+STEP ?= 1
+CXXFLAGS ?= -O2
+flags := -std=c++20 $(CXXFLAGS) -ffp-contract=off -Isrc
+
+sources := $(wildcard src/*/*.cpp)
+engine := $(filter-out src/frontend/main.cpp,$(sources))
+headers := $(wildcard src/*/*.h tools/*.h)
+objects = $(patsubst %.cpp,$(EXE).o/%.o,$(1))
+
+$(EXE): $(call objects,$(sources))
+	$(CXX) $(flags) $(LDFLAGS) -o $@ $^
+
+$(EXE)-bench: $(call objects,$(engine) tools/bench.cpp)
+	$(CXX) $(flags) $(LDFLAGS) -o $@ $^
+
+$(EXE).o/%.o: %.cpp $(headers)
+	@mkdir -p $(dir $@)
+	$(CXX) $(flags) -c -o $@ $<
+
+# The last line is the signature: nodes, and nodes per second. STEP=N takes every N-th position only.
+.PHONY: bench
+bench: $(EXE)-bench
+	$(abspath $(EXE)-bench) $(STEP)
