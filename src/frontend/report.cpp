@@ -110,7 +110,7 @@ void info() {
 void info_deept() {
   std::ostream& os = *saida;
   if (!EXTRA_EVAL) ddep = deep;
-  const int t = decorrido();
+  const int t = std::max(decorrido(), 0);  // a clock that went back tells no time
   if (escreve_score(os)) escreve_resto(os, t);
   if (t != 0) os << "info nps " << nodes / static_cast<std::uint32_t>(t) * 1000 << std::endl;
   dddep = std::max(dddep, ddep);
