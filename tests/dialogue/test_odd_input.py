@@ -317,8 +317,9 @@ def test_a_time_usage_of_nothing_is_none(engine, patience):
 
 
 def test_a_search_that_was_stopped_for_a_while_goes_on(korvu, engine, patience):
-    # With this depth the clock decides nothing.
-    lines = ["setoption name Deep value 4", GAME, "go"]
+    # Half a second of thought, in which the clock decides nothing.
+    rooks = "position fen r4rk1/5ppp/8/8/8/8/5PPP/R4RK1 w - - 0 1 moves h2h3 h7h6"
+    lines = ["setoption name Deep value 4", rooks, "go"]
     told = said_to(engine, patience, *lines)
     process = korvu()
     process.send(*lines)
@@ -340,7 +341,7 @@ def test_a_search_that_was_stopped_for_a_while_goes_on(korvu, engine, patience):
     [
         (["isready"], "readyok"),
         (["position startpos", GAME], "bestmove e2e4"),
-        (["setoption name Time control value false", GAME, "go"], "info score "),
+        (["setoption name Deep value 4", GAME, "go"], "info score "),
     ],
     ids=["idle", "go wait", "search"],
 )
