@@ -27,16 +27,6 @@ bool orders_a_depth(std::string_view line) {
   });
 }
 
-constexpr std::ptrdiff_t men_of_a_game = 32;
-
-bool is_crowded(std::string_view line) {
-  if (!line.starts_with('p')) return false;
-  const std::string_view board = line.substr(0, line.find(' ', 13));
-  return std::ranges::count_if(board.substr(std::min<std::size_t>(13, board.size())), [](char c) {
-           return std::string_view("PNBRQKpnbrqk").find(c) != std::string_view::npos;
-         }) > men_of_a_game;
-}
-
 bool is_known(std::string_view line) {
   constexpr std::string_view beginnings[] = {"info score cp ", "info score mate ", "info nps ",
                                              "bestmove ",      "option name ",     "id name ",
@@ -71,7 +61,7 @@ std::vector<std::string> defaults() {
 std::vector<std::string> short_searches(const std::vector<std::string>& lines) {
   std::vector<std::string> all;
   for (const std::string& line : lines) {
-    if (orders_a_depth(line) || is_crowded(line)) continue;
+    if (orders_a_depth(line)) continue;
     all.insert(all.end(),
                {"setoption name Deep value 1", "setoption name Time control value true", line});
   }

@@ -20,8 +20,7 @@ std::vector<std::string> defaults();
 
 // The same lines, made harmless for a fuzzer, which has to try thousands: depths and time limits
 // are switched on again before each, so that no option line makes a search long, and go lines whose
-// clock would order a depth of its own are left out, as are boards so full of men that a search of
-// captures never ends.
+// clock would order a depth of its own are left out.
 std::vector<std::string> short_searches(const std::vector<std::string>& lines);
 
 // Runs the lines through the engine's dialogue and gives what it said. The clock starts at 0 and
