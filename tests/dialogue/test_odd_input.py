@@ -287,6 +287,19 @@ def test_without_the_signal_the_process_ends_with_its_input(engine, patience):
     assert process.stderr.read() == b""
 
 
+@pytest.mark.parametrize("closed", ["<&-", ">&-", "<&- >&- 2>&-"])
+def test_a_process_without_input_or_output_ends(engine, patience, closed):
+    lines = f"uci\n{SHALLOW}\n{GAME}\ngo\n".encode()
+    ended = subprocess.run(
+        ["sh", "-c", f'"$0" {closed}', str(engine)],
+        input=lines,
+        capture_output=True,
+        timeout=PATIENCE * patience,
+        check=False,
+    )
+    assert (ended.returncode, ended.stdout, ended.stderr) == (0, b"", b"")
+
+
 # --- Settings ---
 
 NO_SETTINGS = ["", " ", " value", " value ", " value -5", " value  3", " value x", " Value 3\0"]
@@ -334,6 +347,29 @@ def test_a_search_that_was_stopped_for_a_while_goes_on(korvu, engine, patience):
     assert list(compared_lines(heard, True)) == told
     assert max(int(t) for t in re.findall(r" time (\d+)", "\n".join(heard))) >= 400
     takes_a_good_game(process)
+
+
+@pytest.mark.parametrize(
+    "before, after, answer",
+    [
+        ([], "isready", "readyok"),
+        (["position startpos", SHALLOW, GAME], "go", "info score "),
+        (["position startpos"], "isready", "readyok"),
+    ],
+    ids=["top loop", "go wait", "reply wait"],
+)
+def test_a_process_that_was_stopped_while_it_waited_hears_on(korvu, before, after, answer):
+    process = korvu()
+    process.send(*before)
+    assert all(process.line() == "bestmove e2e4" for line in before if line == "position startpos")
+    for _ in range(20):
+        process.process.send_signal(signal.SIGSTOP)
+        process.process.send_signal(signal.SIGCONT)
+    process.process.send_signal(signal.SIGSTOP)
+    process.send(after)
+    process.process.send_signal(signal.SIGCONT)
+    assert process.line().startswith(answer)
+    assert process.runs()
 
 
 @pytest.mark.parametrize(
