@@ -27,6 +27,16 @@ bool orders_a_depth(std::string_view line) {
   });
 }
 
+// A setting of "Deep" with which a search of this position line takes a few milliseconds.
+std::string_view deep_for(std::string_view line) {
+  if (line.size() < 13 || !line.starts_with("position f")) return "1";
+  const std::string_view board = line.substr(13, line.find(' ', 13) - 13);
+  const auto men = std::ranges::count_if(board, [](char c) {
+    return std::string_view("PNBRQKpnbrqk").find(c) != std::string_view::npos;
+  });
+  return men <= 6 ? "3" : men <= 16 ? "2" : "1";
+}
+
 bool is_known(std::string_view line) {
   constexpr std::string_view beginnings[] = {"info score cp ", "info score mate ", "info nps ",
                                              "bestmove ",      "option name ",     "id name ",
@@ -62,8 +72,8 @@ std::vector<std::string> short_searches(const std::vector<std::string>& lines) {
   std::vector<std::string> all;
   for (const std::string& line : lines) {
     if (orders_a_depth(line)) continue;
-    all.insert(all.end(),
-               {"setoption name Deep value 1", "setoption name Time control value true", line});
+    all.push_back("setoption name Deep value " + std::string(deep_for(line)));
+    all.insert(all.end(), {"setoption name Time control value true", line});
   }
   return all;
 }

@@ -24,8 +24,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   asked.resize(1);
   fuzz::demand(fuzz::answers(fuzz::defaults()).empty(), "an answer to options");
   fuzz::demand(fuzz::answers(asked).empty(), "an answer to an option");
-  asked = {"setoption name Deep value 1", "setoption name Time control value true",
-           "position startpos moves a2a3 a7a6", "go"};
+  asked = {"setoption name Deep value 5", "setoption name Time control value true",
+           "position fen 8/5k2/8/8/8/8/P4K2/8 w - - 0 1 moves f2e3 f7e6", "go"};
   fuzz::demand(fuzz::answers(asked).find("bestmove ") != std::string::npos, "no bestmove");
   read_as_go(fuzz::text(data, size));
   return 0;

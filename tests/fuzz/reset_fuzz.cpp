@@ -20,7 +20,8 @@ Lines game(std::size_t k) {
        "setoption name Own book value false", "position startpos", "position startpos moves c2c3"},
       {"position startpos", "position startpos moves a2a3 a7a6", "go wtime 999 btime 1",
        "position fen r3k2r/pp3ppp/2n5/8/3P4/8/PP3PPP/R3K2R w KQkq - 0 1", "go",
-       "position fen 4k3/P6p/8/8/8/8/7P/4K3 b - - 0 1 moves h7h5 a7a8q e8e7 a8a7", "go"},
+       "setoption name Deep value 3",
+       "position fen 4k3/P6p/8/8/8/8/7P/4K3 b - - 0 1 moves h7h5 a7a8n e8e7 a8b6", "go"},
   }};
   Lines all = fuzz::defaults();
   all.push_back("setoption name Deep value 1");
