@@ -34,7 +34,7 @@ std::string_view deep_for(std::string_view line) {
   const auto men = std::ranges::count_if(board, [](char c) {
     return std::string_view("PNBRQKpnbrqk").find(c) != std::string_view::npos;
   });
-  return men <= 6 ? "3" : men <= 16 ? "2" : "1";
+  return men <= 4 ? "3" : men <= 8 ? "2" : "1";
 }
 
 bool is_known(std::string_view line) {
