@@ -1,6 +1,8 @@
 #include "tree/clock.h"
 
+#include <algorithm>
 #include <chrono>
+#include <limits>
 
 #include "board/state.h"
 
@@ -22,7 +24,9 @@ int relogio_monotonico() {
 
 int decorrido() {
   fim = relogio();
-  return static_cast<int>(static_cast<std::uint32_t>(fim) - static_cast<std::uint32_t>(inicio));
+  const std::uint32_t ms = static_cast<std::uint32_t>(fim) - static_cast<std::uint32_t>(inicio);
+  constexpr std::uint32_t maior = std::numeric_limits<int>::max();
+  return static_cast<int>(std::min(ms, maior));
 }
 
 int limite_brando() {

@@ -18,7 +18,8 @@ inline int CPU = 2;          // the option "CPU power level": 5 extreme, 1 high,
 inline int Tu = 3;           // the option "Time usage"
 inline std::uint8_t TC = 1;  // the option "Time control": the limits apply
 
-// Reads the clock into fim; milliseconds since inicio.
+// Reads the clock into fim; milliseconds since inicio, at most 2^31 - 1. A clock that has gone back
+// counts as that much, so that the limits strike.
 int decorrido();
 
 // After this time no further depth is begun and no line is extended, milliseconds.

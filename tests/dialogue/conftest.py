@@ -4,6 +4,7 @@ import os
 import pathlib
 
 import pytest
+from live import Process
 
 
 def pytest_addoption(parser):
@@ -46,3 +47,18 @@ def engine():
 @pytest.fixture(scope="session")
 def patience(pytestconfig):
     return pytestconfig.getoption("--patience")
+
+
+@pytest.fixture
+def korvu(engine, patience):
+    started = []
+
+    def start(**how):
+        started.append(Process(engine, patience, **how))
+        return started[-1]
+
+    yield start
+    for process in started:
+        process.process.kill()
+        process.process.wait()
+        process.process.stdin.close()
