@@ -126,8 +126,8 @@ class Varre<Varredura::folha, raiz, ataca> {
     Figuras f;
     Bits homens, peoes, extensao;  // extensao: pawns and kings
     std::uint64_t especies = 0;    // advance in 16 bits, then the number of men by kind in 8 each
-    Alcance alcance{casas.data()};
     std::array<std::uint8_t, maximo_de_alcances> casas;  // those reached, in order
+    Alcance alcance{casas.data()};
   };
 
   // What a reached square adds to the counts besides mob, by its code: an own man takes mob back.

@@ -3,7 +3,10 @@
 
 #include "eval/bench.h"
 #include "eval/leaf.h"
+#include "support/lab.h"
 #include "support/positions.h"
+#include "tree/clock.h"
+#include "tree/restore.h"
 
 namespace {
 
@@ -117,6 +120,62 @@ TEST(LeafTwin, AgreesOnStrewnMen) {
   EXPECT_EQ(tally.cases, 48000);
   RecordProperty("cases", tally.cases);
   expect_all_met(tally);
+}
+
+namespace {
+
+// What a search leaves in the slots: boards with kings on squares of other lines among them.
+struct InSearch {
+  int readings = 0, cases = 0, stale_kings = 0, castled = 0;
+};
+InSearch in_search;
+
+bool kings_are_elsewhere(const plain::Setting& set) {
+  const auto at = [](int file, int rank) {
+    return korvu::com_sinal(korvu::tab2[static_cast<std::size_t>(8 * file + rank)]);
+  };
+  return at(set.king_file[plain::white], set.king_rank[plain::white]) != 110 ||
+         at(set.king_file[plain::black], set.king_rank[plain::black]) != -110;
+}
+
+// Stands in for the clock, which nodes from ply 7 on read: the engine is in the middle of a search
+// then, and finds all slots as they were when it goes on.
+int compare_instead_of_the_clock() {
+  if (++in_search.readings % 100 != 0 || ::testing::Test::HasFailure()) return 0;
+  const korvu::Repoe<float> value(korvu::extraeval);
+  const korvu::Repoe<std::uint8_t> draw(korvu::EMPAT);
+  const korvu::Repoe<int> deepest(korvu::ddep);
+  const plain::Setting set = plain::setting_from_slots();
+  in_search.stale_kings += kings_are_elsewhere(set);
+  in_search.castled += set.castling[plain::white] != 0 || set.castling[plain::black] != 0;
+  for (const Member& m : members) {
+    const plain::Leaf twin =
+        plain::leaf(plain::board_from_bytes(korvu::tab2), set, m.root, m.to_move);
+    m.run();
+    ++in_search.cases;
+    EXPECT_PRED2(bench::same_sum, korvu::extraeval, twin.correction) << m.name << "\n"
+                                                                     << bench::bench_state();
+    EXPECT_EQ(korvu::EMPAT, twin.drawn ? 1 : 0);
+  }
+  return 0;
+}
+
+}  // namespace
+
+TEST(LeafTwin, AgreesInTheMiddleOfSearches) {
+  korvu::relogio = compare_instead_of_the_clock;
+  const std::vector<std::string> positions = {
+      "startpos moves e2e4 e7e5 g1f3 b8c6 f1b5 a7a6 b5a4 g8f6",
+      "startpos moves d2d4 d7d5 c2c4 e7e6 b1c3 g8f6 c1g5 f8e7 e2e3",
+      "fen r3k2r/pp1n1ppp/2p1pn2/3p4/3P4/2N1PN2/PPP2PPP/R3K2R w KQkq - 0 1 moves a2a3",
+      "fen 8/5pk1/4p1p1/3pP2p/3P1P1P/2K3P1/8/8 w - - 0 1 moves c3b4"};
+  for (const std::string& position : positions)
+    lab::dialogue({"setoption name Own book value false", "setoption name Deep value 5",
+                   "position startpos", "position " + position, "go wtime 90000000"});
+  EXPECT_GT(in_search.cases, 8000);
+  EXPECT_GT(in_search.stale_kings, 0);
+  EXPECT_GT(in_search.castled, 0);
+  RecordProperty("cases", in_search.cases);
 }
 
 // With the true counters and the settings at their defaults, as a search finds them.
