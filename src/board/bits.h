@@ -98,11 +98,7 @@ struct Homens {
   std::array<std::array<Bits, 6>, 2> conjuntos;  // by Cor and Peca
   Bits ocupadas;
 
-  explicit Homens(const Tabuleiro& t) {
-    acha<Cor::b>(t);
-    acha<Cor::p>(t);
-    ocupadas = korvu::ocupadas(t);
-  }
+  explicit Homens(const Tabuleiro& t) { acha_todos(t); }
   // With the sets of one colour only; the others are not to be read.
   template <Cor cor>
   static Homens so_de(const Tabuleiro& t) {
@@ -125,6 +121,15 @@ struct Homens {
 
  private:
   Homens() = default;
+#ifdef __SSE2__
+  void acha_todos(const Tabuleiro& t);
+#else
+  void acha_todos(const Tabuleiro& t) {
+    acha<Cor::b>(t);
+    acha<Cor::p>(t);
+    ocupadas = korvu::ocupadas(t);
+  }
+#endif
   template <Cor cor>
   void acha(const Tabuleiro& t) {
     for (const Peca p : todas_as_pecas)
@@ -132,6 +137,40 @@ struct Homens {
           onde(t, codigo_de(p, cor));
   }
 };
+
+#ifdef __SSE2__
+// Four binary digits tell the values of the men apart: 10, 32, 33, 50, 90, 110 are 0001010,
+// 0100000, 0100001, 0110010, 1011010 and 1101110.
+inline void Homens::acha_todos(const Tabuleiro& t) {
+  const __m128i zero = _mm_setzero_si128();
+  Bits vazias = 0, pretas = 0, de64 = 0, de32 = 0, de16 = 0, de1 = 0;
+  for (std::size_t i = 0; i < 64; i += 16) {
+    const __m128i codigos = _mm_loadu_si128(reinterpret_cast<const __m128i*>(&t[i]));
+    const __m128i sinais = _mm_cmpgt_epi8(zero, codigos);
+    const __m128i valores = _mm_sub_epi8(_mm_xor_si128(codigos, sinais), sinais);
+    const auto nota = [i](Bits& b, __m128i a) {
+      b |= static_cast<Bits>(static_cast<unsigned>(_mm_movemask_epi8(a))) << i;
+    };
+    nota(vazias, _mm_cmpeq_epi8(codigos, zero));
+    nota(pretas, codigos);
+    nota(de64, _mm_slli_epi16(valores, 1));
+    nota(de32, _mm_slli_epi16(valores, 2));
+    nota(de16, _mm_slli_epi16(valores, 3));
+    nota(de1, _mm_slli_epi16(valores, 7));
+  }
+  ocupadas = ~vazias;
+  const auto reparte = [&](Peca p, Bits b) {
+    conjuntos[0][static_cast<std::size_t>(p)] = b & ~pretas;
+    conjuntos[1][static_cast<std::size_t>(p)] = b & pretas;
+  };
+  reparte(Peca::peao, ocupadas & ~(de64 | de32));
+  reparte(Peca::cavalo, de32 & ~(de64 | de16 | de1));
+  reparte(Peca::bispo, de1);
+  reparte(Peca::torre, de32 & de16);
+  reparte(Peca::dama, de64 & de16);
+  reparte(Peca::rei, de64 & de32);
+}
+#endif
 
 // --- Rays ---
 
