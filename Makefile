@@ -3,7 +3,7 @@
 # Whoever works on the engine builds with CMake; see CONTRIBUTING.md.
 EXE ?= korvu
 STEP ?= 1
-CXXFLAGS ?= -O2
+CXXFLAGS ?= -O3
 flags := -std=c++20 $(CXXFLAGS) -ffp-contract=off -Isrc
 
 sources := $(wildcard src/*/*.cpp)

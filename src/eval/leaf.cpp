@@ -1,9 +1,11 @@
 #include "eval/leaf.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <bit>
 
 #include "eval/leaf_cache.h"
+#include "eval/leaf_estimate.h"
 #include "eval/leaf_scan.h"
 #include "eval/quick_log.h"
 #include "eval/quotients.h"
@@ -71,6 +73,15 @@ float com_logaritmo_exato(float raiz, float outro) {
   return static_cast<float>(r - o + MQ * logaritmo(r / o));
 }
 
+float com_logaritmo_novo(float raiz, float outro) {
+  if (!ha_ln_do_total(raiz) || !ha_ln_do_total(outro)) return com_logaritmo_exato(raiz, outro);
+  if (raiz == outro) return 0;
+  const double quociente = ln_do_total(raiz) - ln_do_total(outro);
+  float soma;
+  if (arredonda_com_certeza(static_cast<double>(raiz) - outro + MQ * quociente, soma)) return soma;
+  return com_logaritmo_exato(raiz, outro);
+}
+
 template <Cor raiz, Cor ataca>
 ResumoDaFolha resume() {
   const Varre<Varredura::folha, raiz, ataca> v(tab2);
@@ -78,6 +89,17 @@ ResumoDaFolha resume() {
   const Figuras& p = v.template de<Cor::p>();
   const double soma = raiz == Cor::b ? soma_rapida<raiz>(b, p) : soma_rapida<raiz>(p, b);
   return {soma, {b.kattack, b.kdefend, b.cen}, {p.kattack, p.kdefend, p.cen}, falta_material(b, p)};
+}
+
+// The same from an estimate, or from the scan where the estimate knows nothing.
+template <Cor raiz, Cor ataca>
+ResumoDaFolha estima() {
+  const Estimativa<raiz, ataca> e(tab2);
+  const Figuras& b = e.template de<Cor::b>();
+  const Figuras& p = e.template de<Cor::p>();
+  if (!e.certa() || !tem_peso_certo(b) || !tem_peso_certo(p)) return resume<raiz, ataca>();
+  const double soma = raiz == Cor::b ? soma_rapida<raiz>(b, p) : soma_rapida<raiz>(p, b);
+  return {soma, {}, {}, falta_material(b, p), true};
 }
 
 // Where the fast sum cannot tell the float.
@@ -106,12 +128,17 @@ float com_quociente(float raiz, float outro) {
 }
 
 float com_logaritmo(float raiz, float outro) {
-  if (!ha_ln_do_total(raiz) || !ha_ln_do_total(outro)) return com_logaritmo_exato(raiz, outro);
-  if (raiz == outro) return 0;
-  const double quociente = ln_do_total(raiz) - ln_do_total(outro);
-  float soma;
-  if (arredonda_com_certeza(static_cast<double>(raiz) - outro + MQ * quociente, soma)) return soma;
-  return com_logaritmo_exato(raiz, outro);
+  struct Conhecido {
+    float raiz = 0, outro = 0, peso = 0, soma = 0;
+  };
+  // Totals change little from node to node, so that the same quotients come again and again.
+  static std::array<Conhecido, 256> conhecidos{};
+  if (!(raiz > 0 && outro > 0)) return com_logaritmo_novo(raiz, outro);
+  const auto bits = [](float f) { return std::bit_cast<std::uint32_t>(f); };
+  Conhecido& c = conhecidos[(bits(raiz) * 0x9e3779b1U ^ bits(outro) * 0x85ebca77U) >> 24];
+  if (c.raiz != raiz || c.outro != outro || bits(c.peso) != bits(MQ))
+    c = {raiz, outro, MQ, com_logaritmo_novo(raiz, outro)};
+  return c.soma;
 }
 
 template <Cor raiz, Cor ataca>
@@ -129,9 +156,25 @@ void extra_eval() {
   if (raiz == ataca) ddep = std::max(ddep, deep);
 }
 
+template <Cor raiz, Cor ataca>
+Faixa faixa_do_extra() {
+  const ResumoDaFolha& v = estimativa_de(tab2, chave_da_folha<raiz, ataca>(), estima<raiz, ataca>);
+  if (raiz == ataca) ddep = std::max(ddep, deep);
+  EMPAT = v.falta_material;
+  if (v.falta_material || std::isnan(v.soma)) return {-infinito, infinito};
+  const auto limite = static_cast<float>(piecesac);
+  const double soma = v.soma + static_cast<double>(extraevalll), margem = margem_da_estimativa();
+  return {std::clamp(static_cast<float>(soma - margem), -limite, limite),
+          std::clamp(static_cast<float>(soma + margem), -limite, limite)};
+}
+
 template void extra_eval<Cor::b, Cor::b>();
 template void extra_eval<Cor::b, Cor::p>();
 template void extra_eval<Cor::p, Cor::b>();
 template void extra_eval<Cor::p, Cor::p>();
+template Faixa faixa_do_extra<Cor::b, Cor::b>();
+template Faixa faixa_do_extra<Cor::b, Cor::p>();
+template Faixa faixa_do_extra<Cor::p, Cor::b>();
+template Faixa faixa_do_extra<Cor::p, Cor::p>();
 
 }  // namespace korvu

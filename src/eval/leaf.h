@@ -19,9 +19,22 @@ float com_logaritmo(float raiz, float outro);  // + MQ x ln(raiz / outro), whate
 template <Cor raiz, Cor ataca>
 void extra_eval();
 
+// Where that correction lies. From an estimate, far cheaper than the correction itself.
+struct Faixa {
+  float de, ate;
+};
+// The same for a leaf of which no more may be asked. Writes EMPAT, and ddep as extra_eval does; a
+// draw by lack of material, which has no correction, gives everything.
+template <Cor raiz, Cor ataca>
+Faixa faixa_do_extra();
+
 extern template void extra_eval<Cor::b, Cor::b>();
 extern template void extra_eval<Cor::b, Cor::p>();
 extern template void extra_eval<Cor::p, Cor::b>();
 extern template void extra_eval<Cor::p, Cor::p>();
+extern template Faixa faixa_do_extra<Cor::b, Cor::b>();
+extern template Faixa faixa_do_extra<Cor::b, Cor::p>();
+extern template Faixa faixa_do_extra<Cor::p, Cor::b>();
+extern template Faixa faixa_do_extra<Cor::p, Cor::p>();
 
 }  // namespace korvu

@@ -1,7 +1,5 @@
 #include "eval/leaf_cache.h"
 
-#include <cstring>
-
 namespace korvu {
 namespace {
 
@@ -9,9 +7,21 @@ struct alignas(64) Registro {
   Tabuleiro tabuleiro{};
   ChaveDaFolha chave{};  // revision 0: empty
   ResumoDaFolha resumo{};
+
+  bool e_de(const Tabuleiro& t, const ChaveDaFolha& c) const {
+    return chave == c && tabuleiro == t;
+  }
+  const ResumoDaFolha& passa_a(const Tabuleiro& t, const ChaveDaFolha& c, const ResumoDaFolha& r) {
+    resumo = r;
+    chave = c;
+    tabuleiro = t;
+    return resumo;
+  }
 };
 
-constexpr std::size_t registros_de_folhas = 1 << 15;
+// Few enough to stay in the processor's second cache, which pays more than a record now and then.
+constexpr int digitos_do_indice = 12;
+constexpr std::size_t registros_de_folhas = std::size_t{1} << digitos_do_indice;
 std::array<Registro, registros_de_folhas> folhas;
 
 struct ConstantesDaRaiz {
@@ -21,25 +31,17 @@ struct ConstantesDaRaiz {
   friend bool operator==(const ConstantesDaRaiz&, const ConstantesDaRaiz&) = default;
 };
 
-std::size_t indice_de(const Tabuleiro& t) {
+std::size_t indice_de(std::uint64_t impressao) {
   constexpr std::uint64_t primo = 0x9e3779b97f4a7c15;
-  std::array<std::uint64_t, 8> palavras;
-  std::memcpy(palavras.data(), t.data(), sizeof t);
-  std::uint64_t h = 0, g = 0;
-  for (std::size_t i = 0; i < palavras.size(); i += 2) {
-    h = (h ^ palavras[i]) * primo;
-    g = (g ^ palavras[i + 1]) * primo;
-    h ^= h >> 32;
-    g ^= g >> 32;
-  }
-  return static_cast<std::size_t>((h ^ (g * primo)) >> 20) % registros_de_folhas;
+  return static_cast<std::size_t>(((impressao ^ impressao >> 31) * primo) >>
+                                  (64 - digitos_do_indice));
 }
 
 // Where prepara_resumo has looked last; too large when it has been used.
 std::size_t preparado = registros_de_folhas;
 
 std::size_t indice_preparado(const Tabuleiro& t) {
-  const std::size_t i = preparado < registros_de_folhas ? preparado : indice_de(t);
+  const std::size_t i = preparado < registros_de_folhas ? preparado : indice_de(impressao_de(t));
   preparado = registros_de_folhas;
   return i;
 }
@@ -66,8 +68,8 @@ std::uint32_t revisao_da_raiz() {
   return revisao;
 }
 
-void prepara_resumo() {
-  preparado = indice_de(tab2);
+void prepara_resumo(std::uint64_t impressao) {
+  preparado = indice_de(impressao);
   __builtin_prefetch(&folhas[preparado]);
   __builtin_prefetch(&folhas[preparado].chave);
 }
@@ -75,11 +77,13 @@ void prepara_resumo() {
 const ResumoDaFolha& resumo_de(const Tabuleiro& t, const ChaveDaFolha& chave,
                                ResumoDaFolha (*calcula)()) {
   Registro& r = folhas[indice_preparado(t)];
-  if (r.chave == chave && r.tabuleiro == t) return r.resumo;
-  r.resumo = calcula();
-  r.chave = chave;
-  r.tabuleiro = t;
-  return r.resumo;
+  return r.e_de(t, chave) && !r.resumo.estimado ? r.resumo : r.passa_a(t, chave, calcula());
+}
+
+const ResumoDaFolha& estimativa_de(const Tabuleiro& t, const ChaveDaFolha& chave,
+                                   ResumoDaFolha (*estima)()) {
+  Registro& r = folhas[indice_preparado(t)];
+  return r.e_de(t, chave) ? r.resumo : r.passa_a(t, chave, estima());
 }
 
 }  // namespace korvu

@@ -448,6 +448,20 @@ void Varre<Varredura::folha, raiz, ataca>::soma_alcances() {
   preto_.f.kdefend = defesa_p;
 }
 
+// What follows from the numbers of men by kind, and the extent of the squares given.
+inline void completa(Figuras& f, Bits extensao) {
+  f.officers = f.knights + f.bishops + f.rooks + f.queens;
+  f.weight = 3 * (f.knights + f.bishops) + 5 * f.rooks + 9 * f.queens;
+  if (extensao == 0) return;
+  Bits filas = extensao | extensao >> 32;
+  filas |= filas >> 16;
+  filas = (filas | filas >> 8) & 0xff;
+  f.xmin = coluna_de(primeira_de(extensao));
+  f.xmax = coluna_de(ultima_de(extensao));
+  f.ymin = primeira_de(filas);
+  f.ymax = ultima_de(filas);
+}
+
 // Unpacks the counts.
 template <Cor raiz, Cor ataca>
 template <Cor cor>
@@ -470,16 +484,7 @@ void Varre<Varredura::folha, raiz, ataca>::fecha() {
   f.bishops = especie(Peca::bispo);
   f.rooks = especie(Peca::torre);
   f.queens = especie(Peca::dama);
-  f.officers = f.knights + f.bishops + f.rooks + f.queens;
-  f.weight = 3 * (f.knights + f.bishops) + 5 * f.rooks + 9 * f.queens;
-  if (l.extensao == 0) return;
-  Bits filas = l.extensao | l.extensao >> 32;
-  filas |= filas >> 16;
-  filas = (filas | filas >> 8) & 0xff;
-  f.xmin = coluna_de(primeira_de(l.extensao));
-  f.xmax = coluna_de(ultima_de(l.extensao));
-  f.ymin = primeira_de(filas);
-  f.ymax = ultima_de(filas);
+  completa(f, l.extensao);
 }
 
 }  // namespace korvu

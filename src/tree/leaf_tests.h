@@ -3,6 +3,8 @@
 
 #include "eval/knobs.h"
 #include "eval/leaf.h"
+#include "tree/bounds.h"
+#include "tree/indifference.h"
 #include "tree/phases.h"
 #include "tree/restore.h"
 
@@ -57,7 +59,8 @@ bool perto_da_janela(float v) {
     return todos<N - 2>([=](float limite) { return v < limite + margem; });
 }
 
-// Gives the node of ply N its value as the end of a line.
+// Gives the node of ply N its value as the end of a line. Where only the side of a bound matters on
+// which it falls, that is what the value tells, and not where exactly.
 template <int N, Cor cor>
 void avalia_folha(int x2, int y2) {
   constexpr Cor raiz = raiz_de<N, cor>;
@@ -65,6 +68,15 @@ void avalia_folha(int x2, int y2) {
   v = valor_estatico<N>(totais_da_raiz<N, cor>(x2, y2));
   if constexpr (cronograma[N].extra) {
     if (!EXTRA_EVAL || !perto_da_janela<N>(v)) return;
+    if (!folhas_exatas) {
+      const Faixa f = faixa_do_extra<raiz, outra(cor)>();
+      const float no_minimo = v + f.de, no_maximo = v + f.ate;
+      const bool abaixo = nao_chega<N>(no_maximo);
+      if (abaixo || passa<N>(no_minimo)) {
+        v = abaixo ? no_maximo : no_minimo;
+        return;
+      }
+    }
     extra_eval<raiz, outra(cor)>();
     v += extraeval;
     if (EMPAT) v = static_cast<float>(emp);

@@ -238,7 +238,11 @@ template <int N, Cor cor>
 void busca_registrada(int x1, int y1, int x2, int y2) {
   const bool registra = HASHf && (N == 3 || deep >= 8);
   if (registra) hash_table_build<N, cor>();
-  busca<N, cor>(x1, y1, x2, y2);
+  {
+    const Repoe<int> repoe(registros_a_fazer);
+    if (registra && N > 3) ++registros_a_fazer;
+    busca<N, cor>(x1, y1, x2, y2);
+  }
   if (registra) hash_table_valor<N, cor>();
 }
 

@@ -5,6 +5,7 @@
 #include "board/attack.h"
 #include "board/bits.h"
 #include "board/state.h"
+#include "eval/leaf_cache.h"
 #include "tree/bounds.h"
 
 namespace korvu {
@@ -17,9 +18,19 @@ class NoAberto {
   const Homens homens = Homens(tabd[N]);
   const float limite = limite_que_refuta<N>();
 
+  // Where the moves of the line's last ply lead to leaves: the board's place in their cache.
+  const std::uint64_t impressao = deep == N ? impressao_de(tabd[N]) : 0;
+
   // The square of the mover's king when there is just one, else -1.
   const int rei = homens.template unico<cor>(Peca::rei);
   const bool em_xeque = rei >= 0 && atacada<cor>(homens, rei);
+
+  // The same for tab2 after a move from (x1, y1) to (x2, y2); of a capture in passing, about.
+  std::uint64_t impressao_apos(int x1, int y1, int x2, int y2) const {
+    const std::size_t de = casa(x1, y1), para = casa(x2, y2);
+    return impressao + mudanca_da_impressao(de, tabd[N][de], vazia) +
+           mudanca_da_impressao(para, tabd[N][para], tab2[para]);
+  }
 
   // verifica_rei on tab2 after a move of `cor` from (x1, y1) to (x2, y2) on tabd[N], with the same
   // answer in Y and the same king square. A man that is not in line with its unattacked king

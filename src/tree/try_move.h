@@ -3,7 +3,6 @@
 
 #include "board/attack.h"
 #include "board/move.h"
-#include "eval/leaf_cache.h"
 #include "memory/ply_tables.h"
 #include "tree/node.h"
 #include "tree/open_node.h"
@@ -103,7 +102,7 @@ template <Laco L, int N, Cor cor>
 bool tenta(const NoAberto<N, cor>& no, int x1, int y1, int x2, int y2) {
   if (!cabe_no_laco<N, L>(x1, y1, x2, y2)) return false;
   init_tabuleiro2_deep<N, cor>(x1, y1, x2, y2);
-  if (deep == N) prepara_resumo();
+  if (deep == N) prepara_resumo(no.impressao_apos(x1, y1, x2, y2));
   no.verifica_rei_apos(x1, y1, x2, y2);
   if (Y) return false;
   return desce<N, cor, L>(no.limite, x1, y1, x2, y2);

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "eval/leaf.h"
+#include "tree/indifference.h"
 #include "tree/tree_lab.h"
 
 namespace korvu {
@@ -42,6 +43,7 @@ template <int N, Cor cor>
 void stand_before(std::string_view fen = middle) {
   stand(N - 1, told_for<cor>(fen));
   EXTRA_EVAL = 1;
+  folhas_exatas = true;
 }
 
 TEST(ExtraGate, TheScanOfTheLeafIsAddedAtPlies4And6To24) {

@@ -1,4 +1,5 @@
 #include "tree/tree_lab.h"
+#include "tree/indifference.h"
 
 #include <algorithm>
 #include <cctype>
@@ -88,6 +89,8 @@ void stand(int ply, std::string_view fen) {
   extradef = 1;
   MQ = MOB = PM = 5;
   piecesac = 50;
+  folhas_exatas = false;
+  registros_a_fazer = 0;
 }
 
 void mark_board(int ply) {
