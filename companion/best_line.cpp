@@ -1,6 +1,7 @@
 #include "companion/best_line.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace companion {
 namespace {
@@ -53,6 +54,17 @@ int worth(const rules::Position& after) {
   return least;
 }
 
+// Steps from the middle of the board, doubled: 2 on the four central squares, 14 in a corner.
+int remoteness(int sq) {
+  return std::abs(2 * rules::file_of(sq) - 7) + std::abs(2 * rules::rank_of(sq) - 7);
+}
+
+// How much nearer to the centre it brings a man; the king stays where it is.
+int toward_the_centre(const rules::Position& p, const rules::Move& m) {
+  const char man = p.at(m.from);
+  return man == 'K' || man == 'k' ? 0 : remoteness(m.from) - remoteness(m.to);
+}
+
 }  // namespace
 
 const InfoLine* BestLine::of_the_depth(const rules::Move& move) const {
@@ -98,7 +110,7 @@ std::optional<rules::Move> plain_choice(const rules::Position& position) {
   std::optional<rules::Move> best;
   int most = 0;
   for (const rules::Move& move : position.legal_moves()) {
-    const int n = worth(position.after(move));
+    const int n = 100 * worth(position.after(move)) + toward_the_centre(position, move);
     if (best && n <= most) continue;
     best = move;
     most = n;

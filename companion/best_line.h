@@ -34,7 +34,7 @@ class BestLine {
 };
 
 // A move for when nothing has been heard: mate at once, or the most material after the best capture
-// in reply. Nothing when there is no legal move.
+// in reply, and of such moves one toward the centre. Nothing when there is no legal move.
 std::optional<rules::Move> plain_choice(const rules::Position& position);
 
 }  // namespace companion

@@ -122,7 +122,9 @@ const Option* Options::find(std::string_view name) const {
 Options::Answer Options::set(std::span<const std::string> words) {
   const auto name = std::find(words.begin(), words.end(), "name");
   if (name == words.end()) return {};
-  const auto value = std::find(name, words.end(), "value");
+  // The last one: "Castle value" is a name.
+  const std::string separator[] = {"value"};
+  const auto value = std::find_end(name, words.end(), std::begin(separator), std::end(separator));
   const Option* option = find(joined({name + 1, value}));
   if (option && option->name == alias_of_own_book) option = find(own_book);
   if (!option) return {};

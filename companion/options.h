@@ -37,6 +37,7 @@ using Settings = std::map<std::string, std::string>;
 inline constexpr const char* deep = "Deep";
 inline constexpr const char* time_control = "Time control";
 inline constexpr const char* own_book = "Own book";
+inline constexpr const char* memory = "Memory";
 
 // The line that gives an option of the engine a setting, or presses a button.
 std::string setoption(const std::string& name, const std::string& value);

@@ -5,8 +5,6 @@
 namespace companion {
 namespace {
 
-constexpr Milliseconds shortest{1};
-
 // The engine reads the number of digits and the first digit of the first clock, and knows its end
 // by the blank behind it.
 std::string go_line(Milliseconds clock) {
@@ -36,6 +34,11 @@ Milliseconds clock_for_the_engine(const Clock& clock, std::optional<int> moves_t
   return (left + (*moves_to_go - 1) * clock.increment) * usual / *moves_to_go;
 }
 
+// With hardly any time left the engine still gets a moment for its shallowest search.
+Milliseconds shortest(Milliseconds time) {
+  return std::clamp(time / 4, Milliseconds(1), Milliseconds(10));
+}
+
 // Time that must stay on the clock when a move is answered.
 Milliseconds reserve(Milliseconds time, Milliseconds overhead) {
   return overhead + time / 50;
@@ -47,8 +50,9 @@ Milliseconds most(const Clock& clock, std::optional<int> moves_to_go, Millisecon
   constexpr int share = 6;
   const Milliseconds usable = *clock.left - reserve(*clock.left, overhead);
   const int parts = std::min(moves_to_go.value_or(share), share);
-  if (parts <= 1) return std::max(usable, shortest);
-  return std::max(std::min(*clock.left / parts + clock.increment / 2, usable), shortest);
+  if (parts <= 1) return std::max(usable, shortest(*clock.left));
+  return std::max(std::min(*clock.left / parts + clock.increment / 2, usable),
+                  shortest(*clock.left));
 }
 
 // Setting k of "Deep" stands for 2k - 1 plies, which the engine reports as depth 2k. A mate in n is
@@ -78,7 +82,8 @@ SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseco
   plan.mate = go.mate;
   if (clock) plan.patience = most(*clock, go.moves_to_go, overhead);
   if (go.move_time) {
-    const Milliseconds due = std::max(*go.move_time - reserve(*go.move_time, overhead), shortest);
+    const Milliseconds due =
+        std::max(*go.move_time - reserve(*go.move_time, overhead), shortest(*go.move_time));
     plan.patience = std::min(plan.patience.value_or(due), due);
   }
   if (go.infinite) plan.patience.reset();

@@ -160,6 +160,20 @@ void Session::conclude() {
   if (!search_->held) answer();
 }
 
+// Nodes and time of all that was done for the client's go.
+void Session::bring_up_to_date(const Search& search, InfoLine& info) {
+  const auto elapsed = std::chrono::duration_cast<Milliseconds>(steady_clock::now() - search.since);
+  info.put("nodes", std::to_string(search.nodes_before + search.nodes));
+  info.put("time", std::to_string(elapsed.count()));
+}
+
+// The line of the move as it is repeated at the end.
+InfoLine Session::closing_line(const Search& search, InfoLine line) {
+  for (const char* of_its_time : {"currmove", "currmovenumber", "hashfull"}) line.drop(of_its_time);
+  bring_up_to_date(search, line);
+  return line;
+}
+
 // The one answer to a go. A search that is ended before its time closes with the line of its move.
 void Session::answer() {
   due_.cancel();
@@ -169,7 +183,7 @@ void Session::answer() {
   if (!move) move = plain_choice(search.game.now);
   const auto& line = search.best.line();
   std::string text = "bestmove " + (move ? move->text() : "(none)");
-  if (!search.concluded && line) voices_.say(line->text());
+  if (!search.concluded && line) voices_.say(closing_line(search, *line).text());
   if (options_.ponders() && line && line->pv.size() > 1) text += " ponder " + line->pv[1].text();
   voices_.say(text);
   if (!search.concluded && engine_ == Engine::thinking) abandon();
@@ -197,7 +211,8 @@ void Session::start() {
 Settings Session::settings_for(const Stage& stage) const {
   Settings wanted = options_.chosen();
   if (stage.deep) wanted[deep] = std::to_string(*stage.deep);
-  if (stage.untimed) wanted[time_control] = "false";
+  // An answer out of the game memory would be one to a shorter search.
+  if (stage.untimed) wanted[time_control] = wanted[memory] = "false";
   // Who asks without an end wants to see lines, not a move out of the book.
   if (search_->limits.infinite) wanted[own_book] = "false";
   return wanted;
@@ -282,9 +297,7 @@ void Session::hear_info(const std::string& line) {
     return;
   }
   s.nodes = info->nodes.value_or(s.nodes);
-  info->put("nodes", std::to_string(s.nodes_before + s.nodes));
-  const auto elapsed = std::chrono::duration_cast<Milliseconds>(steady_clock::now() - s.since);
-  info->put("time", std::to_string(elapsed.count()));
+  bring_up_to_date(s, *info);
   s.told_a_line = s.told_a_line || !info->pv.empty();
   if (s.told_a_line) voices_.say(info->text());
   s.best.hear(*info);

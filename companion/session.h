@@ -70,6 +70,8 @@ class Session {
   bool enough(const InfoLine& info) const;
   void conclude();
   void answer();
+  static void bring_up_to_date(const Search& search, InfoLine& info);
+  static InfoLine closing_line(const Search& search, InfoLine line);
 
   // The engine.
   void ask();
