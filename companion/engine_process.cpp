@@ -56,10 +56,10 @@ EngineProcess::~EngineProcess() {
 
 void EngineProcess::start() {
   end();
-  run_ = std::make_shared<Run>(io_);
-  run_->child =
-      process::child(process::exe = path_, process::std_in<run_->to, process::std_out> run_->from,
-                     DieWithParent{});
+  const auto run = std::make_shared<Run>(io_);
+  run->child = process::child(
+      process::exe = path_, process::std_in<run->to, process::std_out> run->from, DieWithParent{});
+  run_ = run;
   listen(run_);
 }
 
@@ -88,8 +88,9 @@ void EngineProcess::send(const std::string& line) {
 void EngineProcess::end() {
   if (!run_) return;
   run_->over = true;
+  // The library's own way to terminate may leave a dead process behind that nobody waits for.
   std::error_code ignored;
-  run_->child.terminate(ignored);
+  if (run_->child.valid()) ::kill(run_->child.id(), SIGKILL);
   run_->child.wait(ignored);
   boost::system::error_code closing;
   run_->to.close(closing);

@@ -55,10 +55,10 @@ Milliseconds most(const Clock& clock, std::optional<int> moves_to_go, Millisecon
                   shortest(*clock.left));
 }
 
-// Setting k of "Deep" stands for 2k - 1 plies, which the engine reports as depth 2k. A mate in n is
-// 2n - 1 plies deep, and one more tells that it is mate.
+// Setting k of "Deep" reaches depth 2k, and 0 depth 1: no depth between is to be had, and a search
+// goes no deeper than it is asked to. For a mate in n one setting more tells that it is mate.
 int deepest(const GoLimits& go, int deep) {
-  if (go.depth) return std::clamp(*go.depth / 2 + *go.depth % 2, 1, 9);
+  if (go.depth) return std::clamp(*go.depth / 2, 0, 9);
   if (go.mate) return std::clamp(*go.mate, 1, 8) + 1;
   return deep;
 }
@@ -96,7 +96,7 @@ SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseco
   const int last = deepest(go, deep);
   plan.stages = stages_to(last, go.depth.has_value());
   plan.go = go_line(no_clock);
-  if (go.depth) plan.depth = 2 * last;  // a search of 2k - 1 plies reports the depth 2k
+  plan.depth = go.depth;
   return plan;
 }
 

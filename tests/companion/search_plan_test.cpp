@@ -128,22 +128,23 @@ TEST(SearchPlan, InfiniteKnowsNoTime) {
   EXPECT_EQ(plan("infinite").stages.size(), 4U);
 }
 
-// Setting k stands for 2k - 1 plies, reported as depth 2k.
+// Setting k reaches depth 2k, and 0 depth 1.
 TEST(SearchPlan, DepthsBecomeSettingsOfTheEngine) {
   const auto last = [](int depth) {
     return plan("depth " + std::to_string(depth)).stages.back().deep;
   };
-  EXPECT_EQ(last(1), 1);
+  EXPECT_EQ(last(1), 0);
   EXPECT_EQ(last(2), 1);
-  EXPECT_EQ(last(3), 2);
+  EXPECT_EQ(last(3), 1);
   EXPECT_EQ(last(8), 4);
-  EXPECT_EQ(last(9), 5);
+  EXPECT_EQ(last(10), 5);
+  EXPECT_EQ(last(17), 8);
   EXPECT_EQ(last(2147483647), 9);
-  EXPECT_EQ(last(0), 1);
-  EXPECT_EQ(last(-4), 1);
+  EXPECT_EQ(last(0), 0);
+  EXPECT_EQ(last(-4), 0);
   EXPECT_EQ(plan("depth 8").stages.size(), 1U);
-  EXPECT_EQ(plan("depth 9").stages.size(), 4U);
-  EXPECT_EQ(plan("depth 9").depth, 10);
+  EXPECT_EQ(plan("depth 10").stages.size(), 4U);
+  EXPECT_EQ(plan("depth 19").depth, 19);  // the last setting has no limit of its own
   EXPECT_EQ(plan("depth 4").patience, std::nullopt);
   EXPECT_EQ(plan("depth 4 wtime 1000 btime 1000").patience, plan("wtime 1000").patience);
 }
