@@ -81,6 +81,7 @@ void EngineProcess::listen(const std::shared_ptr<Run>& run) {
 
 // A process that has ended is found out by the end of its output.
 void EngineProcess::send(const std::string& line) {
+  if (!run_) return;
   boost::system::error_code ignored;
   asio::write(run_->to, asio::buffer(line + '\n'), ignored);
 }

@@ -63,13 +63,28 @@ int deepest(const GoLimits& go, int deep) {
   return deep;
 }
 
+Stage without_limits(int deep) {
+  return {deep, true, go_line(no_clock)};
+}
+
 std::vector<Stage> stages_to(int deep, bool exact) {
   constexpr int shallow[] = {2, 3, 4};
   std::vector<Stage> stages;
   if (deep > 4 || !exact)
     for (const int k : shallow)
-      if (k < deep) stages.push_back({k, true});
-  stages.push_back({deep, true});
+      if (k < deep) stages.push_back(without_limits(k));
+  stages.push_back(without_limits(deep));
+  return stages;
+}
+
+// The engine trusts its clock. Where it may be stopped in the middle of its only pass, when it has
+// not looked at all moves yet, a shallow search has done so before.
+std::vector<Stage> stages_by(Milliseconds clock, std::optional<Milliseconds> patience) {
+  constexpr Milliseconds deep_from{20000}, short_patience{2000};
+  std::vector<Stage> stages;
+  if (clock >= deep_from && patience.value_or(short_patience) < short_patience)
+    stages = {without_limits(2), without_limits(3)};
+  stages.push_back({std::nullopt, false, go_line(clock)});
   return stages;
 }
 
@@ -89,13 +104,12 @@ SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseco
   if (go.infinite) plan.patience.reset();
   const bool by_the_clock = !go.infinite && !go.move_time && !go.depth && !go.nodes && !go.mate;
   if (by_the_clock) {
-    plan.stages = {Stage{}};
-    plan.go = go_line(clock ? clock_for_the_engine(*clock, go.moves_to_go) : no_clock);
+    plan.stages =
+        stages_by(clock ? clock_for_the_engine(*clock, go.moves_to_go) : no_clock, plan.patience);
     return plan;
   }
   const int last = deepest(go, deep);
   plan.stages = stages_to(last, go.depth.has_value());
-  plan.go = go_line(no_clock);
   plan.depth = go.depth;
   return plan;
 }

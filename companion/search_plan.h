@@ -13,6 +13,7 @@ namespace companion {
 struct Stage {
   std::optional<int> deep;  // the option "Deep"
   bool untimed = false;     // without "Time control"
+  std::string go;           // the line for the engine
 
   friend bool operator==(const Stage&, const Stage&) = default;
 };

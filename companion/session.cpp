@@ -69,6 +69,7 @@ void Session::end_of_input() {
 }
 
 void Session::leave() {
+  search_.reset();
   process_.end();
   voices_.leave();
 }
@@ -230,7 +231,8 @@ void Session::apply(const Settings& wanted) {
 // Asks the engine for the stage of the search. A go that it does not wait for is dropped by it.
 void Session::ask() {
   Search& s = *search_;
-  const Settings wanted = settings_for(s.plan.stages[s.stage]);
+  const Stage& stage = s.plan.stages[s.stage];
+  const Settings wanted = settings_for(stage);
   const auto book = wanted.find(own_book);
   const bool with_book = book != wanted.end() && book->second == "true";
   const Question question = question_for(s.game, with_book, white_root_);
@@ -244,7 +246,7 @@ void Session::ask() {
   }
   apply(wanted);
   process_.send(question.position);
-  process_.send(s.plan.go);
+  process_.send(stage.go);
   ++owed_;
   white_root_ = question.white_root_after;
   s.from_book = with_book && in_the_book(s.game);
@@ -335,8 +337,9 @@ void Session::engine_ended() {
     return;
   }
   voices_.say("info string the engine has ended by itself and is started anew");
+  const bool over_the_search = engine_ == Engine::thinking;
   start();
-  if (waits_for_the_engine() && std::exchange(search_->retried, true)) answer();
+  if (over_the_search && std::exchange(search_->retried, true)) answer();
 }
 
 }  // namespace companion

@@ -19,13 +19,23 @@ SearchPlan plan(std::string_view go, bool white_moves = white, int deep = 9) {
 
 // The clock in the line for the engine, which must stand where the engine reads it.
 long clock_in(const SearchPlan& p) {
-  const auto words = companion::words_of(p.go);
-  EXPECT_TRUE(p.go.starts_with("go wtime "));
+  const std::string& go = p.stages.back().go;
+  const auto words = companion::words_of(go);
+  EXPECT_TRUE(go.starts_with("go wtime "));
   EXPECT_EQ(words.at(3), "btime");
   return std::stol(words.at(2));
 }
 
-const std::vector<Stage> one_as_the_client_has_it = {Stage{}};
+// The settings of "Deep" of the searches; -1 for the client's own.
+std::vector<int> deeps(const SearchPlan& p) {
+  std::vector<int> all;
+  for (const Stage& stage : p.stages) {
+    all.push_back(stage.deep.value_or(-1));
+    EXPECT_EQ(stage.untimed, stage.deep.has_value());
+  }
+  return all;
+}
+using Deeps = std::vector<int>;
 
 }  // namespace
 
@@ -42,7 +52,7 @@ TEST(SearchPlan, AClockAloneCountsForBoth) {
 
 TEST(SearchPlan, ByTheClockTheEngineSearchesOnceWithTheClientsSettings) {
   for (const char* go : {"wtime 300000 btime 300000", "", "ponder wtime 5000 btime 5000"})
-    EXPECT_EQ(plan(go).stages, one_as_the_client_has_it) << go;
+    EXPECT_EQ(deeps(plan(go)), Deeps{-1}) << go;
 }
 
 TEST(SearchPlan, AnIncrementLengthensTheClock) {
@@ -56,6 +66,14 @@ TEST(SearchPlan, FewMovesToGoLengthenTheClock) {
   EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 20")), 120000);
   EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 40")), 60000);
   EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 0")), 60000);
+}
+
+// With a second for the move, the engine's way with 40 seconds may be cut short.
+TEST(SearchPlan, ASearchThatMayBeCutShortHasAShallowOneBefore) {
+  const SearchPlan p = plan("wtime 1000 btime 1000 movestogo 1");
+  EXPECT_EQ(deeps(p), (Deeps{2, 3, -1}));
+  EXPECT_EQ(p.stages.front().go, "go wtime 300000 btime 300000 winc 0 binc 0");
+  EXPECT_EQ(deeps(plan("wtime 40000 btime 40000")), Deeps{-1});
 }
 
 // Eight digits are the most that the engine tells apart.
@@ -114,12 +132,12 @@ TEST(SearchPlan, WithHardlyAnyTimeTheEngineStillGetsAMoment) {
 TEST(SearchPlan, AMoveTimeIsKeptWithShallowSearchesFirst) {
   const SearchPlan p = plan("movetime 1000");
   EXPECT_EQ(p.patience, Milliseconds(1000 - 50 - 20));
-  EXPECT_EQ(p.stages, (std::vector<Stage>{{2, true}, {3, true}, {4, true}, {9, true}}));
+  EXPECT_EQ(deeps(p), (Deeps{2, 3, 4, 9}));
 }
 
 TEST(SearchPlan, TheClientsDepthIsTheLast) {
-  EXPECT_EQ(plan("movetime 1000", white, 3).stages, (std::vector<Stage>{{2, true}, {3, true}}));
-  EXPECT_EQ(plan("infinite", white, 0).stages, (std::vector<Stage>{{0, true}}));
+  EXPECT_EQ(deeps(plan("movetime 1000", white, 3)), (Deeps{2, 3}));
+  EXPECT_EQ(deeps(plan("infinite", white, 0)), Deeps{0});
 }
 
 TEST(SearchPlan, InfiniteKnowsNoTime) {

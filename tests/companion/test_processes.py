@@ -97,6 +97,13 @@ def test_a_script_on_its_input_is_answered_to_the_end(program):
     assert told.stdout.count("bestmove") == 1
 
 
+@pytest.mark.parametrize("go", ["go infinite", "go movetime 1000", ""])
+def test_a_script_may_quit_at_any_point(program, go):
+    told = run(program, text=f"{QUIET}\n{go}\nquit\n")
+    assert told.returncode == 0
+    assert told.stdout.count("bestmove") == 0
+
+
 def test_a_script_from_a_file_is_answered_to_the_end(program, tmp_path):
     script = tmp_path / "script"
     script.write_text("uci\nisready\nquit")
