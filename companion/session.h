@@ -18,6 +18,22 @@
 
 namespace companion {
 
+// A `go` of the client that has no `bestmove` yet.
+struct Search {
+  Game game;
+  GoLimits limits;
+  SearchPlan plan;
+  std::size_t stage = 0;
+  bool held = false;       // infinite or pondering: no answer but on stop or ponderhit
+  bool from_book = false;  // the engine answers without a search
+  bool concluded = false;  // the engine has said its last word
+  bool retried = false;    // the engine has died once over it
+  bool told_a_line = false;
+  std::uint64_t nodes_before = 0, nodes = 0;  // of earlier stages, of this one
+  std::chrono::steady_clock::time_point since;
+  BestLine best;
+};
+
 class Session {
  public:
   // How the session speaks to the world.
@@ -34,22 +50,6 @@ class Session {
   void end_of_input();
 
  private:
-  // A `go` of the client that has no `bestmove` yet.
-  struct Search {
-    Game game;
-    GoLimits limits;
-    SearchPlan plan;
-    std::size_t stage = 0;
-    bool held = false;       // infinite or pondering: no answer but on stop or ponderhit
-    bool from_book = false;  // the engine answers without a search
-    bool concluded = false;  // the engine has said its last word
-    bool retried = false;    // the engine has died once over it
-    bool told_a_line = false;
-    std::uint64_t nodes_before = 0, nodes = 0;  // of earlier stages, of this one
-    std::chrono::steady_clock::time_point since;
-    BestLine best;
-  };
-
   // What the engine is about.
   enum class Engine { starting, ready, thinking, abandoned };
 
