@@ -56,6 +56,7 @@ TEST_F(Best, OfEqualScoresIsTheFirst) {
 
 TEST_F(Best, StaysIntoTheNextDepthUntilItsOwnLineThere) {
   hear(8, "e2e4", "cp 50");
+  hear(8, "c2c4", "cp 45");  // forgotten with its depth
   hear(10, "d2d4", "cp 20");
   EXPECT_EQ(move(), "e2e4");
   hear(10, "e2e4", "cp -40");
