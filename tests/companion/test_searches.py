@@ -222,6 +222,19 @@ def test_promotions_have_their_letter(uci):
     assert told and set(told) == {"a7a8q"}
 
 
+@pytest.mark.parametrize(
+    "fen, move",
+    [
+        ("4k3/8/8/3q4/4P3/8/8/4K3 w - - 0 1", "e4d5"),
+        ("4k3/8/8/3p4/4Q3/8/8/4K3 b - - 0 1", "d5e4"),
+        ("6k1/5ppp/8/8/8/8/8/R3K3 w - - 0 1", "a1a8"),
+    ],
+)
+def test_a_fen_as_the_very_first_position_is_understood(uci, fen, move):
+    """By itself the engine would not know of any material."""
+    assert move_of(uci.ask("position fen " + fen, "go depth 4")) == move
+
+
 FENS = [
     OPEN_GAME,
     MATE_IN_2,
