@@ -31,6 +31,6 @@ struct SearchPlan {
 };
 
 // `deep` is the client's setting of "Deep", `overhead` the time that a move may lose on its way.
-SearchPlan plan_search(const GoLimits& limits, bool white_moves, int deep, Milliseconds overhead);
+SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseconds overhead);
 
 }  // namespace companion

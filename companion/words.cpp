@@ -7,7 +7,7 @@ namespace companion {
 Words words_of(std::string_view line) {
   constexpr std::string_view gaps = " \t\r\n\v\f";
   Words words;
-  for (std::size_t at = line.find_first_not_of(gaps); at != line.npos;) {
+  for (std::size_t at = line.find_first_not_of(gaps); at != std::string_view::npos;) {
     const std::size_t end = std::min(line.find_first_of(gaps, at), line.size());
     words.emplace_back(line.substr(at, end - at));
     at = line.find_first_not_of(gaps, end);
