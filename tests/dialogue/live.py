@@ -9,10 +9,10 @@ SILENCE = 0.3  # for one that must not come
 
 
 class Process:
-    def __init__(self, engine, patience, **how):
+    def __init__(self, engine, patience, *arguments, **how):
         self.patience = PATIENCE * patience
         self.process = subprocess.Popen(
-            [str(engine)], stdin=subprocess.PIPE, stdout=subprocess.PIPE, **how
+            [str(engine), *arguments], stdin=subprocess.PIPE, stdout=subprocess.PIPE, **how
         )
         self.lines = queue.Queue()
         threading.Thread(target=self._read, daemon=True).start()

@@ -29,7 +29,7 @@ def read(file):
 
 @pytest.fixture(scope="module")
 def words():
-    return words_of([ROOT / "src"])
+    return words_of([ROOT / "src", ROOT / "companion"])
 
 
 @pytest.mark.parametrize("document", DOCUMENTS, ids=by_name)

@@ -1,4 +1,4 @@
-#include "referee.h"
+#include "rules/position.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,7 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace referee {
+namespace rules {
 namespace {
 
 struct Step {
@@ -487,4 +487,4 @@ std::uint64_t perft(const Position& p, int depth) {
   return total;
 }
 
-}  // namespace referee
+}  // namespace rules

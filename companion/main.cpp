@@ -1,0 +1,75 @@
+// korvu-uci: full UCI on one side, the engine's own dialogue on the other.
+#include <signal.h>
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/post.hpp>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <string_view>
+
+#include "companion/client.h"
+#include "companion/session.h"
+
+namespace {
+
+constexpr std::string_view usage =
+    "usage: korvu-uci [--help | --version | ENGINE]\n"
+    "\n"
+    "Speaks the Universal Chess Interface on standard input and output for the chess engine "
+    "Korvu,\n"
+    "which it starts as its child. ENGINE is the path of the engine; without it the program korvu\n"
+    "beside this one is started.\n";
+
+// The engine of an installation stands beside the companion, that of a build in the next folder.
+std::string engine_beside() {
+  std::error_code error;
+  const auto here = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+  const auto built = here / ".." / "src" / "korvu";
+  if (!std::filesystem::exists(here / "korvu", error) && std::filesystem::exists(built, error))
+    return built.string();
+  return (here / "korvu").string();
+}
+
+int run(const std::string& engine) {
+  boost::asio::io_context io;
+  int status = 0;
+  const auto fail = [&](const std::string& reason) {
+    std::cerr << "korvu-uci: " << reason << " (" << engine << ")\n";
+    companion::print("info string " + reason);
+    status = 1;
+    io.stop();
+  };
+  const auto say = [&](const std::string& line) {
+    if (!companion::print(line)) io.stop();
+  };
+  companion::Session session(io, engine, {say, fail, [&] { io.stop(); }});
+  companion::Client client(
+      io, [&](const std::string& line) { session.hear(line); }, [&] { session.end_of_input(); });
+  boost::asio::post(io, [&] {
+    session.start();
+    client.listen();
+  });
+  io.run();
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string_view argument = argc > 1 ? argv[1] : "";
+  if (argc > 2 || (argument.starts_with("-") && argument != "--help" && argument != "--version")) {
+    std::cerr << usage;
+    return 2;
+  }
+  if (argument == "--help") {
+    std::cout << usage;
+    return 0;
+  }
+  if (argument == "--version") {
+    std::cout << "korvu-uci " << KORVU_VERSION << '\n';
+    return 0;
+  }
+  ::signal(SIGPIPE, SIG_IGN);
+  return run(argument.empty() ? engine_beside() : std::string(argument));
+}

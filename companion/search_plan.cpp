@@ -1,0 +1,117 @@
+#include "companion/search_plan.h"
+
+#include <algorithm>
+
+namespace companion {
+namespace {
+
+// The engine reads the number of digits and the first digit of the first clock, and knows its end
+// by the blank behind it.
+std::string go_line(Milliseconds clock) {
+  const std::string n = std::to_string(std::clamp<std::int64_t>(clock.count(), 1, 99999999));
+  return "go wtime " + n + " btime " + n + " winc 0 binc 0";
+}
+
+// What the engine takes a line without a clock for.
+constexpr Milliseconds no_clock{300000};
+
+// The clock that counts: that of the side to move, or the only one there is.
+std::optional<Clock> clock_of(const GoLimits& go, bool white_moves) {
+  const Clock& own = white_moves ? go.white : go.black;
+  const Clock& other = white_moves ? go.black : go.white;
+  if (own.left) return own;
+  if (other.left) return other;
+  return std::nullopt;
+}
+
+// The engine gives each move a share of the clock that suits a game without increment which lasts
+// some forty moves more.
+Milliseconds clock_for_the_engine(const Clock& clock, std::optional<int> moves_to_go) {
+  constexpr int usual = 40, increments = 20;
+  const Milliseconds left = *clock.left;
+  if (!moves_to_go || *moves_to_go < 1 || *moves_to_go >= usual)
+    return left + increments * clock.increment;
+  return (left + (*moves_to_go - 1) * clock.increment) * usual / *moves_to_go;
+}
+
+// With hardly any time left the engine still gets a moment for its shallowest search.
+Milliseconds shortest(Milliseconds time) {
+  return std::clamp(time / 4, Milliseconds(1), Milliseconds(10));
+}
+
+// Time that must stay on the clock when a move is answered.
+Milliseconds reserve(Milliseconds time, Milliseconds overhead) {
+  return overhead + time / 50;
+}
+
+// The most that a move may take: the last one before the control all but the reserve, any other a
+// safe share.
+Milliseconds most(const Clock& clock, std::optional<int> moves_to_go, Milliseconds overhead) {
+  constexpr int share = 6;
+  const Milliseconds usable = *clock.left - reserve(*clock.left, overhead);
+  const int parts = std::min(moves_to_go.value_or(share), share);
+  if (parts <= 1) return std::max(usable, shortest(*clock.left));
+  return std::max(std::min(*clock.left / parts + clock.increment / 2, usable),
+                  shortest(*clock.left));
+}
+
+// Setting k of "Deep" reaches depth 2k, and 0 depth 1: no depth between is to be had, and a search
+// goes no deeper than it is asked to. For a mate in n one setting more tells that it is mate.
+int deepest(const GoLimits& go, int deep) {
+  if (go.depth) return std::clamp(*go.depth / 2, 0, 9);
+  if (go.mate) return std::clamp(*go.mate, 1, 8) + 1;
+  return deep;
+}
+
+Stage without_limits(int deep) {
+  return {deep, true, go_line(no_clock)};
+}
+
+std::vector<Stage> stages_to(int deep, bool exact) {
+  constexpr int shallow[] = {2, 3, 4};
+  std::vector<Stage> stages;
+  if (deep > 4 || !exact)
+    for (const int k : shallow)
+      if (k < deep) stages.push_back(without_limits(k));
+  stages.push_back(without_limits(deep));
+  return stages;
+}
+
+// The engine trusts its clock. Where it may be stopped in the middle of its only pass, when it has
+// not looked at all moves yet, a shallow search has done so before.
+std::vector<Stage> stages_by(Milliseconds clock, std::optional<Milliseconds> patience) {
+  constexpr Milliseconds deep_from{20000}, short_patience{2000};
+  std::vector<Stage> stages;
+  if (clock >= deep_from && patience.value_or(short_patience) < short_patience)
+    stages = {without_limits(2), without_limits(3)};
+  stages.push_back({std::nullopt, false, go_line(clock)});
+  return stages;
+}
+
+}  // namespace
+
+SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseconds overhead) {
+  SearchPlan plan;
+  const auto clock = clock_of(go, white_moves);
+  plan.nodes = go.nodes;
+  plan.mate = go.mate;
+  if (clock) plan.patience = most(*clock, go.moves_to_go, overhead);
+  if (go.move_time) {
+    const Milliseconds due =
+        std::max(*go.move_time - reserve(*go.move_time, overhead), shortest(*go.move_time));
+    plan.patience = std::min(plan.patience.value_or(due), due);
+  }
+  if (go.infinite) plan.patience.reset();
+  const bool by_the_clock = !go.infinite && !go.move_time && !go.depth && !go.nodes && !go.mate;
+  if (by_the_clock) {
+    plan.stages =
+        stages_by(clock ? clock_for_the_engine(*clock, go.moves_to_go) : no_clock, plan.patience);
+    return plan;
+  }
+  const int last = deepest(go, deep);
+  plan.stages = stages_to(last, go.depth.has_value());
+  plan.depth = go.depth;
+  return plan;
+}
+
+}  // namespace companion

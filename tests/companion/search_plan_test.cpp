@@ -1,0 +1,180 @@
+#include "companion/search_plan.h"
+
+#include <gtest/gtest.h>
+
+#include "companion/words.h"
+
+namespace {
+
+using companion::Milliseconds;
+using companion::SearchPlan;
+using companion::Stage;
+
+constexpr bool white = true, black = false;
+
+SearchPlan plan(std::string_view go, bool white_moves = white, int deep = 9) {
+  return companion::plan_search(companion::read_go(companion::words_of(go)), white_moves, deep,
+                                Milliseconds(50));
+}
+
+// The clock in the line for the engine, which must stand where the engine reads it.
+long clock_in(const SearchPlan& p) {
+  const std::string& go = p.stages.back().go;
+  const auto words = companion::words_of(go);
+  EXPECT_TRUE(go.starts_with("go wtime "));
+  EXPECT_EQ(words.at(3), "btime");
+  return std::stol(words.at(2));
+}
+
+// The settings of "Deep" of the searches; -1 for the client's own.
+std::vector<int> deeps(const SearchPlan& p) {
+  std::vector<int> all;
+  for (const Stage& stage : p.stages) {
+    all.push_back(stage.deep.value_or(-1));
+    EXPECT_EQ(stage.untimed, stage.deep.has_value());
+  }
+  return all;
+}
+using Deeps = std::vector<int>;
+
+}  // namespace
+
+TEST(SearchPlan, TheClockIsThatOfTheSideToMove) {
+  EXPECT_EQ(clock_in(plan("wtime 300000 btime 45000", white)), 300000);
+  EXPECT_EQ(clock_in(plan("wtime 300000 btime 45000", black)), 45000);
+  EXPECT_EQ(clock_in(plan("btime 45000 wtime 300000", black)), 45000);
+}
+
+TEST(SearchPlan, AClockAloneCountsForBoth) {
+  EXPECT_EQ(clock_in(plan("btime 45000", white)), 45000);
+  EXPECT_EQ(clock_in(plan("wtime 45000", black)), 45000);
+}
+
+TEST(SearchPlan, ByTheClockTheEngineSearchesOnceWithTheClientsSettings) {
+  for (const char* go : {"wtime 300000 btime 300000", "", "ponder wtime 5000 btime 5000"})
+    EXPECT_EQ(deeps(plan(go)), Deeps{-1}) << go;
+}
+
+TEST(SearchPlan, AnIncrementLengthensTheClock) {
+  EXPECT_GT(clock_in(plan("wtime 10000 btime 10000 winc 100 binc 100")), 10000);
+  EXPECT_EQ(clock_in(plan("wtime 10000 btime 10000 binc 100")), 10000);
+}
+
+// The engine divides a clock as if it were for a whole game.
+TEST(SearchPlan, FewMovesToGoLengthenTheClock) {
+  EXPECT_EQ(clock_in(plan("wtime 1000 btime 1000 movestogo 1")), 40000);
+  EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 20")), 120000);
+  EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 40")), 60000);
+  EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 0")), 60000);
+}
+
+// With a second for the move, the engine's way with 40 seconds may be cut short.
+TEST(SearchPlan, ASearchThatMayBeCutShortHasAShallowOneBefore) {
+  const SearchPlan p = plan("wtime 1000 btime 1000 movestogo 1");
+  EXPECT_EQ(deeps(p), (Deeps{2, 3, -1}));
+  EXPECT_EQ(p.stages.front().go, "go wtime 300000 btime 300000 winc 0 binc 0");
+  EXPECT_EQ(deeps(plan("wtime 40000 btime 40000")), Deeps{-1});
+}
+
+// Eight digits are the most that the engine tells apart.
+TEST(SearchPlan, TheClockIsAlwaysANumberThatTheEngineReads) {
+  for (const char* go : {"wtime -5 btime 1", "wtime 0 btime 0", "wtime 99999999999 btime 1",
+                         "wtime 9999999999 btime 1 winc 9999999999 movestogo 1"}) {
+    const long clock = clock_in(plan(go));
+    EXPECT_GE(clock, 1) << go;
+    EXPECT_LE(clock, 99999999) << go;
+  }
+}
+
+// Whatever the clock, the move is answered with something left: 50 ms and a fiftieth.
+TEST(SearchPlan, NoMoveTakesAllTheTime) {
+  int cases = 0;
+  for (const long left : {100L, 300L, 1000L, 10000L, 60000L, 3600000L})
+    for (const long increment : {0L, 100L, 5000L})
+      for (const int moves : {0, 1, 2, 5, 40}) {
+        const std::string go = "wtime " + std::to_string(left) + " winc " +
+                               std::to_string(increment) +
+                               (moves > 0 ? " movestogo " + std::to_string(moves) : "");
+        const auto patience = plan(go).patience;
+        ASSERT_TRUE(patience);
+        EXPECT_GE(patience->count(), 1);
+        EXPECT_LE(patience->count(), left - 50 - left / 50) << go;
+        ++cases;
+      }
+  EXPECT_EQ(cases, 90);
+}
+
+TEST(SearchPlan, WithoutIncrementManyMovesFitIntoTheClock) {
+  // Every move takes all that it may.
+  long left = 10000;
+  int moves = 0;
+  for (; moves < 1000 && left > 50; ++moves)
+    left -= plan("wtime " + std::to_string(left)).patience->count();
+  EXPECT_GT(left, 0);
+  EXPECT_GT(moves, 25);
+}
+
+TEST(SearchPlan, TheLastMoveBeforeTheControlMayTakeNearlyAll) {
+  EXPECT_EQ(plan("wtime 1000 btime 1000 movestogo 1").patience, Milliseconds(1000 - 50 - 20));
+}
+
+TEST(SearchPlan, LostTimeIsAnsweredAtOnce) {
+  EXPECT_EQ(plan("wtime -20 btime 1000").patience, Milliseconds(1));
+  EXPECT_EQ(plan("movetime 0").patience, Milliseconds(1));
+}
+
+// The overhead would leave nothing: a quarter of what is left, ten milliseconds at most.
+TEST(SearchPlan, WithHardlyAnyTimeTheEngineStillGetsAMoment) {
+  EXPECT_EQ(plan("wtime 20 btime 20").patience, Milliseconds(5));
+  EXPECT_EQ(plan("movetime 50").patience, Milliseconds(10));
+}
+
+TEST(SearchPlan, AMoveTimeIsKeptWithShallowSearchesFirst) {
+  const SearchPlan p = plan("movetime 1000");
+  EXPECT_EQ(p.patience, Milliseconds(1000 - 50 - 20));
+  EXPECT_EQ(deeps(p), (Deeps{2, 3, 4, 9}));
+}
+
+TEST(SearchPlan, TheClientsDepthIsTheLast) {
+  EXPECT_EQ(deeps(plan("movetime 1000", white, 3)), (Deeps{2, 3}));
+  EXPECT_EQ(deeps(plan("infinite", white, 0)), Deeps{0});
+}
+
+TEST(SearchPlan, InfiniteKnowsNoTime) {
+  EXPECT_EQ(plan("infinite").patience, std::nullopt);
+  EXPECT_EQ(plan("infinite wtime 1000 btime 1000").patience, std::nullopt);
+  EXPECT_EQ(plan("infinite").stages.size(), 4U);
+}
+
+// Setting k reaches depth 2k, and 0 depth 1.
+TEST(SearchPlan, DepthsBecomeSettingsOfTheEngine) {
+  const auto last = [](int depth) {
+    return plan("depth " + std::to_string(depth)).stages.back().deep;
+  };
+  EXPECT_EQ(last(1), 0);
+  EXPECT_EQ(last(2), 1);
+  EXPECT_EQ(last(3), 1);
+  EXPECT_EQ(last(8), 4);
+  EXPECT_EQ(last(10), 5);
+  EXPECT_EQ(last(17), 8);
+  EXPECT_EQ(last(2147483647), 9);
+  EXPECT_EQ(last(0), 0);
+  EXPECT_EQ(last(-4), 0);
+  EXPECT_EQ(plan("depth 8").stages.size(), 1U);
+  EXPECT_EQ(plan("depth 10").stages.size(), 4U);
+  EXPECT_EQ(plan("depth 19").depth, 19);  // the last setting has no limit of its own
+  EXPECT_EQ(plan("depth 4").patience, std::nullopt);
+  EXPECT_EQ(plan("depth 4 wtime 1000 btime 1000").patience, plan("wtime 1000").patience);
+}
+
+TEST(SearchPlan, AMateInNIsSoughtOnePlyPastIt) {
+  EXPECT_EQ(plan("mate 1").stages.back().deep, 2);
+  EXPECT_EQ(plan("mate 3").stages.back().deep, 4);
+  EXPECT_EQ(plan("mate 40").stages.back().deep, 9);
+  EXPECT_EQ(plan("mate 3").mate, 3);
+}
+
+TEST(SearchPlan, NodesAreWatched) {
+  EXPECT_EQ(plan("nodes 1000").nodes, 1000U);
+  EXPECT_TRUE(plan("nodes 1000").stages.back().untimed);
+}

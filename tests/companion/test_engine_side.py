@@ -1,0 +1,187 @@
+"""What the companion tells the engine, seen by a stand-in that writes everything down, and what it
+does when the engine does not behave."""
+
+import time
+
+import pytest
+
+BLACK_TO_MOVE = "position startpos moves g2g4 d7d5 f1g2"
+WHITE_TO_MOVE = BLACK_TO_MOVE + " c8g4"
+PLAIN_GO = "go wtime 300000 btime 300000 winc 0 binc 0"
+
+
+def since_the_start(heard):
+    """The lines that the last process has heard behind `uci`."""
+    last = len(heard) - heard[::-1].index("started")
+    assert heard[last] == "uci"
+    return heard[last + 1 :]
+
+
+def settle(stand_in, wanted, patience):
+    """Waits until the stand-in has heard so many starts."""
+    end = time.monotonic() + 10 * patience
+    while stand_in.heard().count("started") < wanted:
+        assert time.monotonic() < end, stand_in.heard()
+        time.sleep(0.02)
+
+
+def test_positions_are_held_until_the_go(companion, stand_in):
+    uci = companion(stand_in.plan("move e7e6"))
+    uci.send("position startpos", WHITE_TO_MOVE, BLACK_TO_MOVE, "isready")
+    assert uci.line() == "readyok"
+    assert since_the_start(stand_in.heard()) == []
+    uci.send(PLAIN_GO)
+    uci.up_to_bestmove()
+    assert since_the_start(stand_in.heard()) == [BLACK_TO_MOVE, PLAIN_GO]
+
+
+def test_another_side_to_move_is_primed_and_its_answer_swallowed(companion, stand_in):
+    uci = companion(stand_in.plan("move e7e6", "move d2d4", "move b1c3"))
+    for position in (BLACK_TO_MOVE, WHITE_TO_MOVE, WHITE_TO_MOVE):
+        uci.send(position, PLAIN_GO)
+        assert len(uci.up_to_bestmove()) == 1
+    assert uci.is_silent()
+    assert since_the_start(stand_in.heard()) == [
+        BLACK_TO_MOVE,
+        PLAIN_GO,
+        "position startpos",
+        WHITE_TO_MOVE,
+        PLAIN_GO,
+        WHITE_TO_MOVE,
+        PLAIN_GO,
+    ]
+
+
+def test_without_the_book_it_is_on_for_the_priming_alone(companion, stand_in):
+    uci = companion(stand_in.plan("move d2d4"))
+    uci.send("setoption name OwnBook value false", WHITE_TO_MOVE, PLAIN_GO)
+    uci.up_to_bestmove()
+    assert since_the_start(stand_in.heard()) == [
+        "position startpos",
+        "setoption name Own book value false",
+        WHITE_TO_MOVE,
+        PLAIN_GO,
+    ]
+
+
+def test_the_clients_settings_hold_again_after_a_go_with_limits(companion, stand_in):
+    uci = companion(stand_in.plan("move e7e6", "move e7e6"))
+    uci.send("setoption name Deep value 7", BLACK_TO_MOVE, "go depth 5")
+    uci.up_to_bestmove()
+    uci.send(PLAIN_GO)
+    uci.up_to_bestmove()
+    heard = since_the_start(stand_in.heard())
+    first, second = heard.index(BLACK_TO_MOVE), heard.index(PLAIN_GO, heard.index(PLAIN_GO) + 1)
+    assert set(heard[:first]) == {
+        "setoption name Deep value 2",
+        "setoption name Time control value false",
+        "setoption name Memory value false",
+    }
+    assert set(heard[first + 2 : second - 1]) == {
+        "setoption name Deep value 7",
+        "setoption name Time control value true",
+        "setoption name Memory value true",
+    }
+
+
+def test_a_move_time_begins_shallow(companion, stand_in):
+    uci = companion(stand_in.plan("move e7e6", "move e7e5", "move c7c6", "move b8c6"))
+    uci.send(BLACK_TO_MOVE, "go movetime 5000")
+    assert uci.up_to_bestmove()[-1] == "bestmove b8c6"
+    deep = [line for line in stand_in.heard() if line.startswith("setoption name Deep")]
+    assert [line[-1] for line in deep] == ["2", "3", "4", "9"]
+
+
+def test_buttons_are_passed_on_before_the_next_search(companion, stand_in):
+    uci = companion(stand_in.plan("late 0.3 e7e6", "move e7e6"))
+    uci.send(BLACK_TO_MOVE, PLAIN_GO, "setoption name Clear memory")
+    uci.up_to_bestmove()
+    uci.send(PLAIN_GO)
+    uci.up_to_bestmove()
+    heard = since_the_start(stand_in.heard())
+    assert heard[2:] == ["setoption name Clear memory", BLACK_TO_MOVE, PLAIN_GO]
+
+
+def test_a_late_answer_is_never_passed_on(companion, stand_in):
+    """It comes within the grace time: the same process goes on."""
+    uci = companion(stand_in.plan("late 0.05 e7e6", "move b8c6"))
+    uci.send(BLACK_TO_MOVE, PLAIN_GO)
+    time.sleep(0.01)
+    uci.send("stop")
+    uci.up_to_bestmove()
+    uci.send(BLACK_TO_MOVE, PLAIN_GO)
+    assert uci.up_to_bestmove()[-1] == "bestmove b8c6"
+    assert uci.is_silent()
+
+
+def test_an_engine_that_does_not_come_back_is_replaced(companion, stand_in, patience):
+    uci = companion(stand_in.plan("late 60 e7e6", "move b8c6"))
+    uci.send("setoption name Time control value false", BLACK_TO_MOVE, PLAIN_GO)
+    time.sleep(0.05)
+    uci.send("stop")
+    uci.up_to_bestmove()
+    settle(stand_in, 2, patience)
+    uci.send(PLAIN_GO)
+    assert uci.up_to_bestmove()[-1] == "bestmove b8c6"
+    assert since_the_start(stand_in.heard()) == [
+        "setoption name Time control value false",
+        BLACK_TO_MOVE,
+        PLAIN_GO,
+    ]
+    assert uci.is_silent()
+
+
+def test_the_best_line_so_far_is_played(companion, stand_in):
+    line = "line info score cp {} depth 6 seldepth 6 currmove {} currmovenumber 1 nodes 9 time 1 pv {}"
+    uci = companion(
+        stand_in.plan(
+            line.format(10, "e7e6", "e7e6 a2a3"),
+            line.format(40, "b8c6", "b8c6 a2a3"),
+            line.format(-90, "a7a6", "a7a6 a2a3"),
+            "late 60 e7e6",
+        )
+    )
+    uci.send(BLACK_TO_MOVE, PLAIN_GO)
+    for _ in range(3):
+        uci.line()
+    uci.send("stop")
+    closing, answer = uci.up_to_bestmove()
+    assert closing.endswith(" pv b8c6 a2a3") and "score cp 40 " in closing
+    assert answer == "bestmove b8c6"
+
+
+def test_a_move_that_is_not_legal_is_not_passed_on(companion, stand_in, illegal):
+    uci = companion(stand_in.plan("move h1h8"))
+    uci.send(BLACK_TO_MOVE, PLAIN_GO)
+    move = uci.up_to_bestmove()[-1].split()[1]
+    assert illegal(BLACK_TO_MOVE.split()[3:] + [move]) == ""
+
+
+def test_an_engine_that_dies_once_is_asked_again(companion, stand_in):
+    uci = companion(stand_in.plan("die", "move b8c6"))
+    uci.send(BLACK_TO_MOVE, PLAIN_GO)
+    lines = uci.up_to_bestmove()
+    assert lines[0].startswith("info string ")
+    assert lines[-1] == "bestmove b8c6"
+
+
+def test_an_engine_that_dies_over_a_position_costs_no_answer(companion, stand_in, illegal):
+    uci = companion(stand_in.plan("die", "die", "move b8c6"))
+    uci.send(BLACK_TO_MOVE, PLAIN_GO)
+    move = uci.up_to_bestmove()[-1].split()[1]
+    assert illegal(BLACK_TO_MOVE.split()[3:] + [move]) == ""
+    uci.send(PLAIN_GO)
+    assert uci.up_to_bestmove()[-1] == "bestmove b8c6"
+
+
+def test_an_engine_that_always_dies_ends_the_companion(companion, stand_in):
+    uci = companion(stand_in.plan(*["die"] * 40))
+    for _ in range(40):
+        if not uci.runs():
+            break
+        try:
+            uci.send(BLACK_TO_MOVE, PLAIN_GO)
+        except BrokenPipeError:
+            break
+        time.sleep(0.05)
+    assert uci.ends() == 1
