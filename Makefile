@@ -4,7 +4,8 @@
 EXE ?= korvu
 STEP ?= 1
 CXXFLAGS ?= -O2
-flags := -std=c++20 $(CXXFLAGS) -ffp-contract=off -Isrc
+version := $(shell sed -n 's/^project.korvu VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+flags := -std=c++20 $(CXXFLAGS) -ffp-contract=off -Isrc -DKORVU_VERSION='"$(version)"'
 
 sources := $(wildcard src/*/*.cpp)
 engine := $(filter-out src/frontend/main.cpp,$(sources))
