@@ -74,12 +74,22 @@ void print_as_markdown(const tables::Table& table) {
   for (const tables::Row& row : table.rows) print(row);
 }
 
-// A text line of a manual page must not begin with a point or an apostrophe, and a backslash opens
-// an escape.
-std::string in_roff(const std::string& cell) {
-  std::string line = !cell.empty() && (cell[0] == '.' || cell[0] == '\'') ? "\\&" : "";
-  for (const char c : cell) line += c == '\\' ? "\\e" : std::string(1, c);
-  return line;
+// As text lines of a manual page, which are kept short, must not begin with a point or an
+// apostrophe, and take a backslash for an escape.
+std::string in_roff(const std::string& text) {
+  constexpr std::size_t longest_line = 78;
+  std::istringstream words(text);
+  std::string lines, line;
+  for (std::string word; words >> word;) {
+    if (!line.empty() && line.size() + 1 + word.size() > longest_line) {
+      lines += line + '\n';
+      line.clear();
+    }
+    if (!line.empty()) line += ' ';
+    if (line.empty() && (word[0] == '.' || word[0] == '\'')) line = "\\&";
+    for (const char c : word) line += c == '\\' ? "\\e" : std::string(1, c);
+  }
+  return lines + line;
 }
 
 // The cells between the first and the last that hold something, with their heads.
@@ -96,7 +106,7 @@ void print_as_mdoc(const tables::Table& table) {
   for (const tables::Row& row : table.rows) {
     std::cout << ".It Cm \"" << in_roff(row.front()) << "\"\n";
     std::cout << in_roff(row.back()) << '\n';
-    std::cout << '(' << in_roff(middle_cells(table.head, row)) << ")\n";
+    std::cout << in_roff('(' + middle_cells(table.head, row) + ')') << '\n';
   }
 }
 
