@@ -119,12 +119,52 @@ def test_polyglot_plays_with_it(contrib, tmp_path, engine, companion):
         process.stdin.write("quit\n")
 
 
-def test_openbench(contrib, companion):
-    entry = json.loads((contrib / "openbench" / "Korvu.json").read_text(encoding="ascii"))
-    assert {"private", "nps", "source", "build", "test_presets"} <= entry.keys()
-    assert set(entry["build"]) == {"path", "compilers", "cpuflags", "systems"}
+@pytest.fixture(scope="module")
+def openbench(contrib):
+    return json.loads((contrib / "openbench" / "Korvu.json").read_text(encoding="ascii"))
+
+
+def test_openbench(openbench, root, companion):
+    assert {"private", "nps", "source", "build", "test_presets"} <= openbench.keys()
+    assert set(openbench["build"]) == {"path", "compilers", "cpuflags", "systems"}
+    assert (root / openbench["build"]["path"].strip("/") / "Makefile").exists()
     offered = options_of(companion) if companion else {}
-    for preset in entry["test_presets"].values():
+    for preset in openbench["test_presets"].values():
         for setting in preset.get("both_options", "").split():
             name, value = setting.split("=")
             assert not companion or fits(offered[name], value)
+
+
+@pytest.fixture(scope="module")
+def all_in_one(root, openbench, build, engine, companion, tmp_path_factory):
+    """The program that OpenBench's workers make, of the programs built here."""
+    if not companion:
+        pytest.skip("built without the companion")
+    folder = tmp_path_factory.mktemp("parts")
+    for part in (engine, companion, build / "tools" / "korvu-bench"):
+        os.symlink(part, folder / part.name)
+    place = root / openbench["build"]["path"].strip("/")
+    made = run("make", "-C", place, f"EXE={folder / 'one'}", f"PARTS={folder}")
+    assert made.returncode == 0, made.stderr
+    for part in (engine, companion, build / "tools" / "korvu-bench"):
+        (folder / part.name).unlink()
+    return folder / "one"
+
+
+def test_openbench_plays_with_its_program(all_in_one):
+    with subprocess.Popen(
+        [all_in_one], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
+    ) as process:
+        process.stdin.write("position startpos moves e2e4 e7e5 a2a3\ngo movetime 100\n")
+        process.stdin.flush()
+        answer = next(line for line in process.stdout if line.startswith("bestmove"))
+        process.stdin.write("quit\n")
+    assert re.match(r"bestmove ([a-h][78]|e5)[a-h][1-8]", answer)
+
+
+def test_openbench_finds_the_bench_in_it(all_in_one):
+    """The first of its positions is enough; the whole takes half a minute."""
+    with subprocess.Popen([all_in_one, "bench"], stdout=subprocess.PIPE, text=True) as process:
+        first = process.stdout.readline()
+        process.kill()
+    assert re.fullmatch(r"\d+\t(startpos|fen ).*\n", first)
