@@ -76,6 +76,15 @@ def test_lichess_bot(contrib, options):
     assert chosen and all(fits(options[name], value) for name, value in chosen.items())
 
 
+def test_the_guide_names_options_that_exist(root, options, companion):
+    guide = (root / "docs" / "guide.md").read_text(encoding="ascii")
+    of_korvu = re.findall(r"cmd=korvu-uci (?:name=\w+ )?option\.(\w+)=(\w+)", guide)
+    assert of_korvu == [("OwnBook", "false")] * 2
+    assert not companion or fits(options["OwnBook"], "false")
+    told = set(re.findall(r"`(\w+)` makes it", guide)) | set(re.findall(r'"(Own \w+)"', guide))
+    assert told == {"Deep", "Confidence", "Own book"} and told <= options.keys()
+
+
 def polyglot_settings(contrib):
     reader = configparser.ConfigParser(inline_comment_prefixes=None, comment_prefixes=(";", "#"))
     reader.optionxform = str
@@ -125,7 +134,9 @@ def openbench(contrib):
 
 
 def test_openbench(openbench, root, companion):
-    assert {"private", "nps", "source", "build", "test_presets"} <= openbench.keys()
+    presets = {"test_presets", "tune_presets", "datagen_presets"}
+    assert openbench.keys() == {"private", "nps", "source", "build", *presets}
+    assert all("default" in openbench[kind] for kind in presets)
     assert set(openbench["build"]) == {"path", "compilers", "cpuflags", "systems"}
     assert (root / openbench["build"]["path"].strip("/") / "Makefile").exists()
     offered = options_of(companion) if companion else {}
