@@ -1,14 +1,17 @@
 # Builds the engine with one compiler and nothing else, as match frameworks ask for it:
 #   make EXE=path [CXX=clang++]      then: path, or: make bench EXE=path
+# With Boost, `make path-uci EXE=path` builds the companion.
 # Whoever works on the engine builds with CMake; see CONTRIBUTING.md.
 EXE ?= korvu
 STEP ?= 1
 CXXFLAGS ?= -O3
-flags := -std=c++20 $(CXXFLAGS) -ffp-contract=off -Isrc
+version := $(shell sed -n 's/^project.korvu VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+flags := -std=c++20 $(CXXFLAGS) -ffp-contract=off -I. -Isrc -DKORVU_VERSION='"$(version)"'
 
 sources := $(wildcard src/*/*.cpp)
+companion := $(wildcard companion/*.cpp rules/*.cpp)
 engine := $(filter-out src/frontend/main.cpp,$(sources))
-headers := $(wildcard src/*/*.h tools/*.h)
+headers := $(wildcard src/*/*.h tools/*.h companion/*.h rules/*.h)
 objects = $(patsubst %.cpp,$(EXE).o/%.o,$(1))
 
 $(EXE): $(call objects,$(sources))
@@ -16,6 +19,9 @@ $(EXE): $(call objects,$(sources))
 
 $(EXE)-bench: $(call objects,$(engine) tools/bench.cpp)
 	$(CXX) $(flags) $(LDFLAGS) -o $@ $^
+
+$(EXE)-uci: $(call objects,$(engine) $(companion))
+	$(CXX) $(flags) $(LDFLAGS) -o $@ $^ -lboost_filesystem -pthread
 
 $(EXE).o/%.o: %.cpp $(headers)
 	@mkdir -p $(dir $@)

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "about.h"
 #include "bench_positions.h"
 #include "board/state.h"
 #include "frontend/dialogue.h"
@@ -79,12 +80,18 @@ void mede_todas(std::size_t passo) {
 }  // namespace
 }  // namespace korvu::bench
 
-// korvu-bench [N [TIMES]]: every N-th position only, for slow builds; all of it so many times.
+constexpr std::string_view usage =
+    "usage: korvu-bench [N [TIMES]]\n"
+    "Searches a fixed set of positions, or every N-th of them for slow builds, so many times in\n"
+    "one process. The last line begins with the nodes of all searches, which are the same on any\n"
+    "machine, and gives the speed.\n";
+
 int main(int argc, char** argv) {
+  if (tools::tells_about_itself(argc, argv, "korvu-bench", usage)) return EXIT_SUCCESS;
   const int passo = argc > 1 ? std::atoi(argv[1]) : 1;
   const int vezes = argc > 2 ? std::atoi(argv[2]) : 1;
   if (passo < 1 || vezes < 1) {
-    std::cerr << "usage: korvu-bench [N [TIMES]]   (every N-th position, so many times)\n";
+    std::cerr << usage;
     return EXIT_FAILURE;
   }
   for (int k = 0; k < vezes; ++k) korvu::bench::mede_todas(static_cast<std::size_t>(passo));

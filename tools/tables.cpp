@@ -1,9 +1,13 @@
-// Prints one of the tables that the documents hold, by its name; without a name, all names.
+// Prints one of the tables that the documents hold, by its name, in Markdown or for manual pages;
+// without a name, all names.
 #include "tables.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <iostream>
 #include <sstream>
+
+#include "about.h"
 
 namespace tables {
 namespace {
@@ -62,7 +66,7 @@ void print(const tables::Row& row) {
   std::cout << "| " << tables::join(row, " | ") << " |\n";
 }
 
-void print(const tables::Table& table) {
+void print_as_markdown(const tables::Table& table) {
   print(table.head);
   std::cout << '|';
   for (std::size_t i = 0; i < table.head.size(); ++i) std::cout << "---|";
@@ -70,15 +74,63 @@ void print(const tables::Table& table) {
   for (const tables::Row& row : table.rows) print(row);
 }
 
+// As text lines of a manual page, which are kept short, must not begin with a point or an
+// apostrophe, and take a backslash for an escape.
+std::string in_roff(const std::string& text) {
+  constexpr std::size_t longest_line = 78;
+  std::istringstream words(text);
+  std::string lines, line;
+  for (std::string word; words >> word;) {
+    if (!line.empty() && line.size() + 1 + word.size() > longest_line) {
+      lines += line + '\n';
+      line.clear();
+    }
+    if (!line.empty()) line += ' ';
+    if (line.empty() && (word[0] == '.' || word[0] == '\'')) line = "\\&";
+    for (const char c : word) line += c == '\\' ? "\\e" : std::string(1, c);
+  }
+  return lines + line;
+}
+
+// The cells between the first and the last that hold something, with their heads.
+std::string middle_cells(const tables::Row& head, const tables::Row& row) {
+  tables::Row told;
+  for (std::size_t i = 1; i + 1 < row.size(); ++i)
+    if (!row[i].empty()) told.push_back(head[i] + ": " + row[i]);
+  return tables::join(told, "; ");
+}
+
+// The items of a tagged list: the first cell is the tag, the last one tells about it. Quoted, so
+// that no word of the tag is taken for a macro.
+void print_as_mdoc(const tables::Table& table) {
+  for (const tables::Row& row : table.rows) {
+    std::cout << ".It Cm \"" << in_roff(row.front()) << "\"\n";
+    std::cout << in_roff(row.back()) << '\n';
+    std::cout << in_roff('(' + middle_cells(table.head, row) + ')') << '\n';
+  }
+}
+
+constexpr std::string_view usage =
+    "usage: korvu-tables [--mdoc] [TABLE]\n"
+    "Prints one of the tables that the documents hold, as Markdown or as the items of a list in a\n"
+    "manual page; without a name, the names of all tables.\n";
+
+int print_table(std::string_view asked, void (*print)(const tables::Table&)) {
+  for (const tables::Entry& entry : all_tables()) {
+    if (asked != entry.name) continue;
+    print(entry.make());
+    return EXIT_SUCCESS;
+  }
+  std::cerr << "korvu-tables: no table is called " << asked << '\n';
+  return EXIT_FAILURE;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view asked = argc > 1 ? argv[1] : "";
-  for (const tables::Entry& entry : all_tables()) {
-    if (asked.empty()) std::cout << entry.name << '\n';
-    if (asked != entry.name) continue;
-    print(entry.make());
-    return 0;
-  }
-  return asked.empty() ? 0 : 1;
+  if (tools::tells_about_itself(argc, argv, "korvu-tables", usage)) return EXIT_SUCCESS;
+  const bool mdoc = argc > 1 && argv[1] == std::string_view("--mdoc");
+  const int name = mdoc ? 2 : 1;
+  if (argc > name) return print_table(argv[name], mdoc ? print_as_mdoc : print_as_markdown);
+  for (const tables::Entry& entry : all_tables()) std::cout << entry.name << '\n';
 }

@@ -1,0 +1,70 @@
+"""The version stands in one place, and every program tells it and its use."""
+
+import re
+
+import pytest
+from conftest import run
+
+
+@pytest.fixture(scope="module")
+def version(root):
+    """The newest of the changes, which is told by hand."""
+    changes = (root / "CHANGELOG.md").read_text(encoding="ascii")
+    return re.search(r"^## (\S+)", changes, re.MULTILINE)[1]
+
+
+@pytest.fixture(scope="module")
+def programs(root, build, companion):
+    tools = build / "tools"
+    all_of_them = [tools / "korvu-bench", tools / "korvu-tables", root / "tools" / "measure"]
+    return all_of_them + ([companion] if companion else [])
+
+
+def test_it_is_the_builds_version(root, version):
+    project = (root / "CMakeLists.txt").read_text(encoding="ascii")
+    assert re.findall(r"^project\(korvu VERSION (\S+)", project, re.MULTILINE) == [version]
+
+
+def test_nobody_else_writes_it_down(root, version):
+    built_from = [root / "CMakeLists.txt", root / "Makefile", root / "CMakePresets.json"]
+    for folder in ("tools", "packaging", "companion", "contrib"):
+        inside = (root / folder).rglob("*")
+        built_from += (f for f in inside if f.is_file() and "__pycache__" not in f.parts)
+    holders = {
+        file.relative_to(root).as_posix()
+        for file in built_from
+        if re.search(rf"(?<![\d.]){re.escape(version)}(?![\d.])", file.read_text(encoding="utf-8"))
+    }
+    assert holders == {"CMakeLists.txt"}
+
+
+def test_programs_tell_their_version(programs, version):
+    for program in programs:
+        told = run(program, "--version")
+        assert (told.returncode, told.stdout) == (0, f"{program.name} {version}\n")
+
+
+def test_programs_tell_their_use(programs):
+    for program in programs:
+        told = run(program, "--help")
+        assert told.returncode == 0
+        assert told.stdout.lower().startswith("usage: ")
+        assert program.name in told.stdout.splitlines()[0]
+
+
+def test_make_hands_the_version_on(root, version):
+    would_run = run("make", "-n", "-C", root, "EXE=/nowhere/korvu", "bench").stdout
+    assert f"-DKORVU_VERSION='\"{version}\"'" in would_run
+
+
+def test_an_unknown_table_is_refused(build):
+    refused = run(build / "tools" / "korvu-tables", "nosuch")
+    assert (refused.returncode, refused.stdout) == (1, "")
+    assert "nosuch" in refused.stderr
+
+
+@pytest.mark.parametrize("arguments", [["0"], ["x"], ["1", "0"]])
+def test_a_bench_of_nothing_is_refused(build, arguments):
+    refused = run(build / "tools" / "korvu-bench", *arguments)
+    assert (refused.returncode, refused.stdout) == (1, "")
+    assert refused.stderr.startswith("usage: ")

@@ -1,0 +1,84 @@
+"""The manual pages: without faults of form, and true to the options that the programs print."""
+
+import re
+
+import pytest
+from conftest import run
+
+PAGES = ("korvu", "korvu-uci")
+
+
+@pytest.fixture(scope="module", params=PAGES)
+def page(request, build):
+    return build / "packaging" / f"{request.param}.6"
+
+
+def options_of(program):
+    answer = run(program, input="uci\nquit\n").stdout
+    return dict(re.findall(r"^option name (.+) type (.+)$", answer, re.MULTILINE))
+
+
+def rendered(page):
+    """The page as it is read, on very long lines."""
+    shown = run("mandoc", "-T", "ascii", "-O", "width=400", page)
+    assert shown.returncode == 0
+    return re.sub(".\b", "", shown.stdout)
+
+
+def faults(page):
+    """What mandoc finds, but pages that are not installed here."""
+    found = run("mandoc", "-T", "lint", "-W", "style", page).stdout.splitlines()
+    return [fault for fault in found if "referenced manual not found" not in fault]
+
+
+def test_the_form_is_without_fault(page):
+    assert faults(page) == []
+
+
+def test_a_fault_of_form_is_found(page, tmp_path):
+    worse = tmp_path / "worse.6"
+    worse.write_text(page.read_text(encoding="ascii").replace(".El\n", "", 1), encoding="ascii")
+    assert faults(worse) != []
+
+
+def test_nothing_was_left_to_fill_in(page):
+    assert re.findall(r"@\w+@", page.read_text(encoding="ascii")) == []
+
+
+def test_it_tells_the_version(page, root):
+    version = re.search(r"^## (\S+)", (root / "CHANGELOG.md").read_text(encoding="ascii"), re.M)[1]
+    assert f"Korvu {version} " in rendered(page).splitlines()[-1]
+
+
+def settings(kind):
+    """What a page says of the settings, from the option line behind "type"."""
+    words = kind.split()
+    default = words[words.index("default") + 1] if "default" in words else None
+    told = {
+        "check": "true, false",
+        "spin": " to ".join(words[words.index(w) + 1] for w in ("min", "max") if w in words),
+        "combo": ", ".join(v for w, v in zip(words, words[1:]) if w == "var"),
+        "button": "button",
+    }[words[0]]
+    return f"(Settings: {told})" if default is None else f"(Settings: {told}; Default: {default})"
+
+
+def test_the_engines_options(build, engine):
+    page = rendered(build / "packaging" / "korvu.6")
+    listed = re.findall(r"^     (\S.*?)(?:\n {13}|  +)(\S.*?) (\(Settings: .*\))$", page, re.MULTILINE)
+    options = options_of(engine)
+    assert [(name, kind) for name, _, kind in listed] == [
+        (name, settings(kind)) for name, kind in options.items()
+    ]
+    assert len(listed) == 33 and all(help_text for _, help_text, _ in listed)
+
+
+def test_the_companions_own_options(build, engine, companion):
+    if not companion:
+        pytest.skip("built without the companion")
+    page = (build / "packaging" / "korvu-uci.6").read_text(encoding="ascii")
+    of_the_engine, all_of_them = options_of(engine), options_of(companion)
+    assert set(of_the_engine) - set(all_of_them) == {"UCI_Chess960"}
+    assert set(re.findall(r'^\.It Cm "(.+)"$', page, re.MULTILINE)) == set(all_of_them) - set(
+        of_the_engine
+    )
