@@ -1,0 +1,100 @@
+"""What the clients need. The environment variable KORVU_UCI names the companion under test, and
+KORVU the engine that it runs.
+
+Every test is played against Stockfish too: what a good engine does not pass would be the client's
+own error.
+"""
+
+import os
+import pathlib
+
+import pytest
+from arbiter import Arbiter, program
+from driver import Driver, Engine
+from judge import Habits
+
+
+def pytest_addoption(parser):
+    parser.addoption(
+        "--patience",
+        type=float,
+        default=1.0,
+        metavar="FACTOR",
+        help="wait so many times as long for answers, on busy machines",
+    )
+
+
+def named_by(variable):
+    path = os.environ.get(variable)
+    if not path:
+        pytest.fail(f"the environment variable {variable} does not name the program to test")
+    path = pathlib.Path(path).resolve()
+    if not os.access(path, os.X_OK):
+        pytest.fail(f"there is no program to run at {path}")
+    return path
+
+
+def stockfish():
+    complains = ("Unknown command:", "No such option:")
+    habits = Habits(greets=True, blank_lines=True, complains=complains)
+    return Engine("stockfish", (program("stockfish"),), habits, (("Hash", 16),))
+
+
+def companion():
+    return Engine("korvu-uci", (named_by("KORVU_UCI"), named_by("KORVU")))
+
+
+@pytest.fixture(scope="session", params=[stockfish, companion], ids=["stockfish", "korvu-uci"])
+def engine(request):
+    return request.param()
+
+
+@pytest.fixture(scope="session")
+def arbiter():
+    arbiter = Arbiter()
+    yield arbiter
+    arbiter.close()
+
+
+@pytest.fixture(scope="session")
+def patience(pytestconfig):
+    return pytestconfig.getoption("--patience")
+
+
+SLOWEST = {}  # engine and what was waited for: seconds
+
+
+@pytest.fixture
+def start(engine, arbiter, patience):
+    """Starts drivers that have said nothing yet."""
+    started = []
+
+    def start(**how):
+        started.append(Driver(engine, arbiter, patience, **how))
+        return started[-1]
+
+    yield start
+    for driver in started:
+        driver.close()
+        for what, seconds in driver.slowest.items():
+            key = (engine.name, what)
+            SLOWEST[key] = max(seconds, SLOWEST.get(key, 0.0))
+
+
+@pytest.fixture
+def client(start):
+    """A driver as it is when an engine has been introduced. In the end it asks the engine to leave,
+    with no word of it unheard."""
+    driver = start().begin()
+    yield driver
+    if driver.process.poll() is None and not driver.judge.leaving:
+        if driver.judge.search:
+            driver.stop()
+        driver.ready()
+        driver.quiet(0.05)
+        driver.quit()
+
+
+def pytest_terminal_summary(terminalreporter):
+    for (name, what), seconds in sorted(SLOWEST.items()):
+        terminalreporter.write_line(f"{name:10} {what:24} {1000 * seconds:8.1f} ms at the slowest")
