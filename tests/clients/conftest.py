@@ -41,7 +41,8 @@ def stockfish():
 
 
 def companion():
-    return Engine("korvu-uci", (named_by("KORVU_UCI"), named_by("KORVU")))
+    habits = Habits(passes_over_searchmoves=True)
+    return Engine("korvu-uci", (named_by("KORVU_UCI"), named_by("KORVU")), habits)
 
 
 @pytest.fixture(scope="session", params=[stockfish, companion], ids=["stockfish", "korvu-uci"])

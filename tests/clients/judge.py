@@ -28,6 +28,7 @@ class Habits:
     greets: bool = False  # says who it is before it is asked
     blank_lines: bool = False
     complains: tuple = ()  # beginnings of what it says of lines that it does not know
+    passes_over_searchmoves: bool = False  # answers with the best of all moves
     strict: bool = True  # when not, only the answers that a client waits for are looked at
 
 
@@ -162,7 +163,7 @@ class Judge:
 
     def _search_of(self, line, words):
         among = None
-        if "searchmoves" in words:
+        if "searchmoves" in words and not self.habits.passes_over_searchmoves:
             rest = words[words.index("searchmoves") + 1 :]
             legal = self.arbiter.legal(self.position)
             among = frozenset(word for word in rest if word in legal)

@@ -20,14 +20,12 @@ answers = {{
     "uci": lambda: say("id name Stand-in\\nid author Nobody\\nuciok"),
     "isready": lambda: say("readyok"),
     "go": lambda: say("bestmove e2e4"),
-    "stop": lambda: None,
-    "position": lambda: None,
     "quit": lambda: sys.exit(0),
     "end": lambda: None,
 }}
 answers.update({{{wrong}}})
 for line in sys.stdin:
-    answers[line.split()[0]]()
+    answers.get(line.split()[0], lambda: None)()
 answers["end"]()
 """
 
@@ -39,7 +37,7 @@ def connect(tmp_path, arbiter):
     started = []
 
     def connect(wrong="", patience=1.0):
-        file = tmp_path / "engine"
+        file = tmp_path / f"engine{len(started)}"
         file.write_text(STAND_IN.format(python=sys.executable, wrong=wrong), encoding="ascii")
         file.chmod(file.stat().st_mode | stat.S_IXUSR)
         started.append(Driver(Engine("stand-in", (file,)), arbiter, patience))

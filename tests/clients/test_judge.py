@@ -3,7 +3,9 @@
 import re
 
 import pytest
+from arbiter import Position
 from judge import Fault, Habits, Judge, read_info, read_option
+from positions import FIRST_MOVES, MATE, MATE_IN_ONE, ONE_MOVE, SPECIAL, STALEMATE
 
 INTRODUCED = """\
 > uci
@@ -116,6 +118,11 @@ def test_what_is_forgiven(arbiter):
     habits = Habits(greets=True, blank_lines=True, complains=("Unknown",))
     hold(arbiter, "< hello\n> uci\n< id name X\n< \n< id author Y\n< uciok", habits)
     hold(arbiter, INTRODUCED + "> xyzzy\n< Unknown command", habits)
+    hold(
+        arbiter,
+        INTRODUCED + FORBIDDEN["not among"],
+        Habits(passes_over_searchmoves=True),
+    )
     with pytest.raises(Fault):
         hold(arbiter, INTRODUCED + "< hello", habits)
 
@@ -190,3 +197,23 @@ def test_options_are_read():
     assert (option.min, option.max) == (1, 1024)
     assert read_option("option name Path type string default ").default == ""
     assert read_option("option name Clear type button").default is None
+
+
+def test_the_positions_are_what_they_are_called(arbiter):
+    assert not arbiter.legal(MATE) and arbiter.is_check(MATE)
+    assert not arbiter.legal(STALEMATE) and not arbiter.is_check(STALEMATE)
+    assert arbiter.legal(ONE_MOVE) == {"h1g2"}
+    after = MATE_IN_ONE.after("a1a8")
+    assert not arbiter.legal(after) and arbiter.is_check(after)
+    assert arbiter.legal(Position()) == set(FIRST_MOVES)
+    for position in SPECIAL:
+        # The arbiter understands the FEN as it is written; one that could not be is put right.
+        given, understood = position.fen.split(), arbiter.fen(position).split()
+        assert given[:3] + given[4:] == understood[:3] + understood[4:]
+        assert not arbiter.is_check(Position(other_side(position.fen)))
+
+
+def other_side(fen):
+    """The same men, with the other side to move and nothing to capture in passing."""
+    board, side, rights, _, *counters = fen.split()
+    return " ".join([board, {"w": "b", "b": "w"}[side], rights, "-", *counters])
