@@ -1,8 +1,9 @@
 """What the clients need. The environment variable KORVU_UCI names the companion under test, and
 KORVU the engine that it runs.
 
-Every test is played against Stockfish too: what a good engine does not pass would be the client's
-own error.
+Every test of it is made with Stockfish too: what a good engine does not pass would be the client's
+own error. `--engine NAME` makes the tests with one of the two alone, and `--engine none` those of the
+clients themselves, which need neither.
 """
 
 import os
@@ -22,6 +23,24 @@ def pytest_addoption(parser):
         metavar="FACTOR",
         help="wait so many times as long for answers, on busy machines",
     )
+    parser.addoption("--engine", choices=["stockfish", "korvu-uci", "none"])
+
+
+def pytest_generate_tests(metafunc):
+    if "engine" in metafunc.fixturenames:
+        metafunc.parametrize("engine", ["stockfish", "korvu-uci"], indirect=True, scope="session")
+
+
+def pytest_collection_modifyitems(config, items):
+    wanted = config.getoption("--engine")
+    if wanted is None:
+        return
+
+    def is_wanted(item):
+        return wanted == (item.callspec.params["engine"] if "engine" in item.fixturenames else "none")
+
+    config.hook.pytest_deselected(items=[item for item in items if not is_wanted(item)])
+    items[:] = filter(is_wanted, items)
 
 
 def named_by(variable):
@@ -45,9 +64,9 @@ def companion():
     return Engine("korvu-uci", (named_by("KORVU_UCI"), named_by("KORVU")), habits)
 
 
-@pytest.fixture(scope="session", params=[stockfish, companion], ids=["stockfish", "korvu-uci"])
+@pytest.fixture(scope="session")
 def engine(request):
-    return request.param()
+    return {"stockfish": stockfish, "korvu-uci": companion}[request.param]()
 
 
 @pytest.fixture(scope="session")

@@ -35,7 +35,6 @@ def opponents():
             (("Skill Level", 0), ("Hash", 16), ("Move Overhead", 100)),
         ),
         "gnuchess": Engine("gnuchess", (program("gnuchess"), "--uci"), SLOPPY),
-        "toga2": Engine("toga2", (program("toga2"),), SLOPPY, (("Hash", 16),)),
     }
 
 
@@ -225,7 +224,7 @@ def main():
     parser.add_argument("companion", type=pathlib.Path)
     parser.add_argument("engine", type=pathlib.Path)
     parser.add_argument("referee", type=pathlib.Path)
-    parser.add_argument("--opponent", choices=("stockfish", "gnuchess", "toga2"), default="stockfish")
+    parser.add_argument("--opponent", choices=("stockfish", "gnuchess"), default="stockfish")
     parser.add_argument("--games", type=int, default=2)
     parser.add_argument("--clock", type=clock_of, default=(10.0, 0.1))
     parser.add_argument("--margin", type=float, default=0.0)

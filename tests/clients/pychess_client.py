@@ -4,8 +4,9 @@
     pychess_client.py play SECONDS INCREMENT FIRST_MOVES WHITE BLACK
     pychess_client.py analyse SECONDS FEN,FEN... ENGINE
 
-An engine is a command, its words parted by commas. FIRST_MOVES are played for both before the game,
-parted by commas too. Prints what happened as JSON. It needs a display and a home of its own.
+An engine is a command, its words parted by commas. WHITE and BLACK have PyChess's level of play, 1 to
+20, and a colon before it. FIRST_MOVES are played for both before the game, parted by commas too.
+Prints what happened as JSON. It needs a display and a home of its own.
 """
 
 import asyncio
@@ -29,7 +30,6 @@ from pychess.Utils.Move import parseAny, toAN  # noqa: E402
 from pychess.Variants import variants  # noqa: E402
 
 NORMAL_CHESS = variants[0]
-HIGHEST = 20  # PyChess's level at which an engine plays as it is
 LONGEST = 400  # plies
 
 
@@ -65,9 +65,10 @@ async def play(seconds, increment, first_moves, commands):
     """A game, each player on its clock. Who plays an illegal move, leaves or lets the flag fall has
     lost, and the end tells which of these it was."""
     engines = []
-    for colour, command in zip((WHITE, BLACK), commands):
+    for colour, word in zip((WHITE, BLACK), commands):
+        level, _, command = word.partition(":")
         engine = await discoverer.initPlayerEngine(
-            description(command), colour, HIGHEST, NORMAL_CHESS, seconds, increment
+            description(command), colour, int(level), NORMAL_CHESS, seconds, increment
         )
         engines.append(engine)
         await begin(engine)

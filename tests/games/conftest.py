@@ -1,5 +1,6 @@
-"""What the tests of games need. The environment variable KORVU names the engine. KORVU_REFEREE may
-name the built referee tool; without it the tool is compiled here.
+"""What the tests of games need. The environment variable KORVU names the engine, and KORVU_UCI its
+companion, if that is to play too. KORVU_REFEREE may name the built referee tool; without it the tool
+is compiled here.
 """
 
 import os
@@ -8,17 +9,31 @@ import shutil
 import subprocess
 
 import pytest
+from game import companion, korvu
 
 SUPPORT = pathlib.Path(__file__).parent.parent / "support"
 
 
+def pytest_generate_tests(metafunc):
+    if "engine" in metafunc.fixturenames:
+        names = ["korvu", "korvu-uci"] if "KORVU_UCI" in os.environ else ["korvu"]
+        metafunc.parametrize("engine", names, indirect=True, scope="session")
+
+
 @pytest.fixture(scope="session")
-def engine(tmp_path_factory):
-    """A copy of the engine, so that its processes can be told from all others."""
-    path = os.environ.get("KORVU")
-    if not path:
-        pytest.fail("the environment variable KORVU does not name the engine to test")
-    return pathlib.Path(shutil.copy(path, tmp_path_factory.mktemp("engine") / "korvu"))
+def engine(request, tmp_path_factory):
+    """The engine or its companion as a player. They are copies, so that their processes can be told
+    from all others."""
+    folder = tmp_path_factory.mktemp("engine")
+
+    def copy(name, variable):
+        path = os.environ.get(variable)
+        if not path:
+            pytest.fail(f"the environment variable {variable} does not name the program to test")
+        return pathlib.Path(shutil.copy(path, folder / name))
+
+    path = copy("korvu", "KORVU")
+    return korvu(path) if request.param == "korvu" else companion(copy(request.param, "KORVU_UCI"))
 
 
 @pytest.fixture(scope="session")
