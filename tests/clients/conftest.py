@@ -2,17 +2,40 @@
 KORVU the engine that it runs.
 
 Every test of it is made with Stockfish too: what a good engine does not pass would be the client's
-own error. `--engine NAME` makes the tests with one of the two alone, and `--engine none` those of the
-clients themselves, which need neither.
+own error. `--engine NAME` makes the tests with one of the two alone, and `--engine none` those of
+the clients themselves, which need neither.
 """
 
 import os
 import pathlib
+import stat
+import sys
 
 import pytest
 from arbiter import Arbiter, program
 from driver import Driver, Engine
 from judge import Habits
+
+# Answers as it should, but for what a test replaces.
+STAND_IN = """\
+#!{python}
+import subprocess, sys, time
+
+def say(line):
+    print(line, flush=True)
+
+answers = {{
+    "uci": lambda: say("id name Stand-in\\nid author Nobody\\nuciok"),
+    "isready": lambda: say("readyok"),
+    "go": lambda: say("bestmove e2e4"),
+    "quit": lambda: sys.exit(0),
+    "end": lambda: None,
+}}
+answers.update({{{wrong}}})
+for line in sys.stdin:
+    answers.get(line.split()[0], lambda: None)()
+answers["end"]()
+"""
 
 
 def pytest_addoption(parser):
@@ -37,7 +60,8 @@ def pytest_collection_modifyitems(config, items):
         return
 
     def is_wanted(item):
-        return wanted == (item.callspec.params["engine"] if "engine" in item.fixturenames else "none")
+        has_engine = "engine" in item.fixturenames
+        return wanted == (item.callspec.params["engine"] if has_engine else "none")
 
     config.hook.pytest_deselected(items=[item for item in items if not is_wanted(item)])
     items[:] = filter(is_wanted, items)
@@ -99,6 +123,23 @@ def start(engine, arbiter, patience):
         for what, seconds in driver.slowest.items():
             key = (engine.name, what)
             SLOWEST[key] = max(seconds, SLOWEST.get(key, 0.0))
+
+
+@pytest.fixture
+def connect(tmp_path, arbiter):
+    """Starts drivers of engines that go wrong as they are told to."""
+    started = []
+
+    def connect(wrong="", patience=1.0):
+        file = tmp_path / f"engine{len(started)}"
+        file.write_text(STAND_IN.format(python=sys.executable, wrong=wrong), encoding="ascii")
+        file.chmod(file.stat().st_mode | stat.S_IXUSR)
+        started.append(Driver(Engine("stand-in", (file,)), arbiter, patience))
+        return started[-1]
+
+    yield connect
+    for driver in started:
+        driver.close()
 
 
 @pytest.fixture

@@ -4,9 +4,9 @@
     pychess_client.py play SECONDS INCREMENT FIRST_MOVES WHITE BLACK
     pychess_client.py analyse SECONDS FEN,FEN... ENGINE
 
-An engine is a command, its words parted by commas. WHITE and BLACK have PyChess's level of play, 1 to
-20, and a colon before it. FIRST_MOVES are played for both before the game, parted by commas too.
-Prints what happened as JSON. It needs a display and a home of its own.
+An engine is a command, its words parted by commas. WHITE and BLACK have PyChess's level of play,
+1 to 20, and a colon before it. FIRST_MOVES are played for both before the game, parted by commas
+too. Prints what happened as JSON. It needs a display and a home of its own.
 """
 
 import asyncio
@@ -31,6 +31,7 @@ from pychess.Variants import variants  # noqa: E402
 
 NORMAL_CHESS = variants[0]
 LONGEST = 400  # plies
+SLACK = 0.5  # seconds that PyChess itself may take to hear of a move
 
 
 def description(command):
@@ -63,7 +64,7 @@ async def leave(engine):
 
 async def play(seconds, increment, first_moves, commands):
     """A game, each player on its clock. Who plays an illegal move, leaves or lets the flag fall has
-    lost, and the end tells which of these it was."""
+    lost, and the end tells which of these it was. Two hundred moves are enough of any game."""
     engines = []
     for colour, word in zip((WHITE, BLACK), commands):
         level, _, command = word.partition(":")
@@ -86,8 +87,8 @@ async def play(seconds, increment, first_moves, commands):
         for before, move, after in zip(boards, moves, boards[1:]):
             engine._recordMove(after, move, before)
 
-    end = "unfinished"
-    while len(moves) < LONGEST and end == "unfinished":
+    end = "long"
+    while len(moves) < LONGEST and end == "long":
         turn = len(moves) % 2
         engine = engines[turn]
         engine.updateTime(clocks[turn], clocks[1 - turn])
@@ -105,9 +106,9 @@ async def play(seconds, increment, first_moves, commands):
             end = "illegal"
         else:
             clocks[turn] -= time.monotonic() - began
-            if clocks[turn] < 0:
+            if clocks[turn] < -SLACK:
                 end = "time"
-            clocks[turn] += increment
+            clocks[turn] = max(0.0, clocks[turn]) + increment
             put(move)
             if getStatus(boards[-1])[0] != RUNNING:
                 end = "rules"

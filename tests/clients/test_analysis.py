@@ -32,6 +32,18 @@ def test_an_endless_search_ends_by_stop_alone(client, position):
     client.stop()
 
 
+def test_a_position_that_has_been_searched_before(client):
+    """What is remembered is kept back as well, and told."""
+    client.position(QUIET_GAME)
+    client.go("depth", 3)
+    client.bestmove(5)
+    client.position(QUIET_GAME)
+    client.go("infinite")
+    client.quiet(0.3)
+    assert client.judge.search.lines()
+    client.stop()
+
+
 @pytest.mark.parametrize("times", [1, 5])
 def test_stop_at_once(client, times):
     """The go and its stop in one packet: there is nothing yet to answer with but a legal move."""
@@ -141,7 +153,7 @@ def test_a_position_with_moves_after_a_fen(client):
 
 
 def test_searchmoves(client):
-    """No other move is answered by an engine that hears the word. One that does not still answers."""
+    """An engine that hears the word answers no other move. One that does not still answers."""
     client.position(Position())
     client.go("movetime", 100, "searchmoves", "a2a3", "h2h4")
     client.bestmove(1)

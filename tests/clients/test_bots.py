@@ -5,7 +5,7 @@ from arbiter import Position
 from positions import game
 
 CLOCKS = "wtime 60000 btime 60000 winc 1000 binc 1000".split()
-MIDDLE = Position(None, tuple("d2d4 g8f6 c2c4 e7e6 b1c3 f8b4 e2e3 e8g8 f1d3 d7d5 g1f3 c7c5".split()))
+MIDDLE = Position().after(*"d2d4 g8f6 c2c4 e7e6 b1c3 f8b4 e2e3 e8g8 f1d3 d7d5 g1f3 c7c5".split())
 PREDICTED = MIDDLE.after("e1g1", "d5c4")
 
 

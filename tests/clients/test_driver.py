@@ -1,51 +1,11 @@
 """The driver finds out engines that go wrong in time, in silence or in leaving."""
 
-import stat
-import sys
 import time
 
 import pytest
-from driver import Driver, Engine
 from judge import Fault
 
-# Answers as it should, but for what a test replaces.
-STAND_IN = """\
-#!{python}
-import subprocess, sys, time
-
-def say(line):
-    print(line, flush=True)
-
-answers = {{
-    "uci": lambda: say("id name Stand-in\\nid author Nobody\\nuciok"),
-    "isready": lambda: say("readyok"),
-    "go": lambda: say("bestmove e2e4"),
-    "quit": lambda: sys.exit(0),
-    "end": lambda: None,
-}}
-answers.update({{{wrong}}})
-for line in sys.stdin:
-    answers.get(line.split()[0], lambda: None)()
-answers["end"]()
-"""
-
 SLEEPER = "subprocess.Popen(['sleep', '30'], stdout=subprocess.DEVNULL)"
-
-
-@pytest.fixture
-def connect(tmp_path, arbiter):
-    started = []
-
-    def connect(wrong="", patience=1.0):
-        file = tmp_path / f"engine{len(started)}"
-        file.write_text(STAND_IN.format(python=sys.executable, wrong=wrong), encoding="ascii")
-        file.chmod(file.stat().st_mode | stat.S_IXUSR)
-        started.append(Driver(Engine("stand-in", (file,)), arbiter, patience))
-        return started[-1]
-
-    yield connect
-    for driver in started:
-        driver.close()
 
 
 def play(client):

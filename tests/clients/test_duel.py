@@ -5,7 +5,6 @@ from arbiter import program
 from conftest import named_by
 from driver import Driver, Engine
 from duel import Game, Referee, is_fault_of, opponents, play, summary
-from test_driver import connect  # noqa: F401  (a fixture)
 
 
 @pytest.fixture(scope="session")
@@ -38,7 +37,7 @@ def test_a_short_game(start, arbiter, referee, patience, colour):
         ("'position': lambda: say('bestmove e2e4')", "fault", "nobody has asked"),
     ],
 )
-def test_an_engine_that_goes_wrong_loses(connect, referee, wrong, kind, remark):  # noqa: F811
+def test_an_engine_that_goes_wrong_loses(connect, referee, wrong, kind, remark):
     engine, good = connect(wrong).begin(), connect().begin()
     game = play((engine, good), (0.5, 0), referee)
     assert (game.kind, game.winner, game.result()) == (kind, "Black", "0-1")
@@ -47,7 +46,7 @@ def test_an_engine_that_goes_wrong_loses(connect, referee, wrong, kind, remark):
     assert not is_fault_of(game, "Black")
 
 
-def test_every_move_takes_from_the_clock(connect, referee):  # noqa: F811
+def test_every_move_takes_from_the_clock(connect, referee):
     """The stand-in takes 0.1 s for e2e4, then plays it once more, which is not legal. Black, who
     answers by the line that it knows, is asked between."""
     white = connect("'go': lambda: (time.sleep(0.1), say('bestmove e2e4'))").begin()
@@ -65,7 +64,7 @@ def test_every_move_takes_from_the_clock(connect, referee):  # noqa: F811
         ("g1f3 g8f6 f3g1 f6g8 g1f3 g8f6 f3g1", "repetition", None),
     ],
 )
-def test_the_rules_end_a_game(connect, referee, opening, kind, winner):  # noqa: F811
+def test_the_rules_end_a_game(connect, referee, opening, kind, winner):
     last = {"checkmate": "d8h4", "repetition": "f6g8"}[kind]
     white = connect().begin()
     black = connect(f"'go': lambda: say('bestmove {last}')").begin()

@@ -1,6 +1,6 @@
 """What the tests of games need. The environment variable KORVU names the engine, and KORVU_UCI its
-companion, if that is to play too. KORVU_REFEREE may name the built referee tool; without it the tool
-is compiled here.
+companion, if that is to play too. KORVU_REFEREE may name the built referee tool; without it the
+tool is compiled here.
 """
 
 import os

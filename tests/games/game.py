@@ -1,10 +1,10 @@
 """One game through a real client, and its judgement.
 
-XBoard, on a display of its own that nobody sees, plays Korvu, or the companion that runs it, against
-Stockfish at its weakest or another opponent; PolyGlot translates between XBoard's protocol and UCI.
-XBoard judges every move, the clock and the end of the game, and the project's own referee judges the
-record once more. The programs come from the Debian packages xboard, polyglot, xvfb, and those of the
-opponents.
+XBoard, on a display of its own that nobody sees, plays Korvu, or the companion that runs it,
+against Stockfish at its weakest or another opponent; PolyGlot translates between XBoard's protocol
+and UCI. XBoard judges every move, the clock and the end of the game, and the project's own referee
+judges the record once more. The programs come from the Debian packages xboard, polyglot and xvfb,
+and those of the opponents.
 """
 
 import contextlib
@@ -78,11 +78,12 @@ def companion(path):
 
 
 def opponent(name):
-    if name == "stockfish":
-        options = {"Skill Level": 0, "Hash": 16, "Move Overhead": 100}
-        return Player(name, program(name), options=options)
-    arguments = {"gnuchess": " --xboard", "fairymax": ""}[name]
-    return Player(name, program(name) + arguments, uci=False)
+    if name == "fairymax":
+        return Player(name, program(name), uci=False)
+    if name == "gnuchess":
+        return Player(name, f"{program(name)} --uci")
+    options = {"Skill Level": 0, "Hash": 16, "Move Overhead": 100}
+    return Player(name, program(name), options=options)
 
 
 @contextlib.contextmanager
