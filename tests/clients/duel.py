@@ -3,9 +3,10 @@
 from the go that was sent to the bestmove that has come, and nothing is allowed beyond it.
 
     duel.py COMPANION KORVU REFEREE [--opponent NAME] [--games N] [--clock SECONDS+INCREMENT]
-            [--margin SECONDS] [--save FILE]
+            [--margin SECONDS] [--seed N] [--save FILE]
 
-One game at a time, colours in turn, White first. Ends with 1 when a game was not played to an end
+One game at a time, colours in turn, White first; the first four plies are random, game k of one seed
+being game 1 of k - 1 seeds further. Ends with 1 when a game was not played to an end
 that the rules know, and that was the companion's doing.
 """
 
@@ -127,9 +128,9 @@ def one_move(driver, moves, clocks, increment, margin):
     return took
 
 
-def openings(arbiter, count):
+def openings(arbiter, count, first):
     """So many beginnings of four plies, of random moves: every first move comes to be answered."""
-    for seed in range(count):
+    for seed in range(first, first + count):
         dice = random.Random(seed)
         position = Position()
         for _ in range(4):
@@ -188,7 +189,7 @@ def clock_of(text):
 
 def match(arbiter, referee, companion, opponent, settings):
     games, colours = [], []
-    for number, opening in enumerate(openings(arbiter, settings.games), start=1):
+    for number, opening in enumerate(openings(arbiter, settings.games, settings.seed), 1):
         colour = ("White", "Black")[(number - 1) % 2]
         pair = (companion, opponent) if colour == "White" else (opponent, companion)
         drivers = []
@@ -228,6 +229,7 @@ def main():
     parser.add_argument("--games", type=int, default=2)
     parser.add_argument("--clock", type=clock_of, default=(10.0, 0.1))
     parser.add_argument("--margin", type=float, default=0.0)
+    parser.add_argument("--seed", type=int, default=0)
     parser.add_argument("--save", type=pathlib.Path, help="append the games to this file")
     settings = parser.parse_args()
     companion = Engine("korvu-uci", (settings.companion.resolve(), settings.engine.resolve()))
