@@ -31,6 +31,7 @@ from pychess.Variants import variants  # noqa: E402
 
 NORMAL_CHESS = variants[0]
 LONGEST = 400  # plies
+BUSY = 5.0  # seconds in which an engine must have told something, on the busiest machine
 SLACK = 0.5  # seconds that PyChess itself may take to hear of a move
 
 
@@ -147,6 +148,9 @@ async def analyse(seconds, fens, command):
         while engine.board != board:  # the search of the one before has still to be stopped
             await asyncio.sleep(0.005)
         told.clear()
+        end = time.monotonic() + BUSY
+        while not told and time.monotonic() < end:
+            await asyncio.sleep(0.01)
         await asyncio.sleep(seconds)
         lines = list(told)
         found.append(

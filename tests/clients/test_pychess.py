@@ -67,7 +67,7 @@ def test_pychess_plays_a_game(pychess, arbiter, engine, colour, first):
 def test_pychess_analyses(pychess, arbiter, engine):
     """One position after another, each stopped for the next."""
     fens = [position.fen for position in SPECIAL if len(arbiter.legal(position)) > 1]
-    found = pychess(len(fens), "analyse", 0.4, ",".join(fens), command_of(engine))
+    found = pychess(len(fens), "analyse", 0.3, ",".join(fens), command_of(engine))
     assert [told["fen"] for told in found] == fens
     for told in found:
         assert told["lines"] > 0, told
