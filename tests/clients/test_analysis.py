@@ -144,6 +144,15 @@ def test_where_there_is_no_move(client, position, go):
     assert search.scores() == [score]
 
 
+@pytest.mark.parametrize("line", ["fen 4k3/8/8/8/8/8/8/R3K2R w KQ -", "startpos moves"])
+def test_a_position_written_short(client, line):
+    """Without the counters of a FEN, or without a move behind `moves`."""
+    client.send(f"position {line}")
+    client.quiet(0.05)
+    client.go("movetime", 100)
+    client.bestmove(1)
+
+
 def test_a_position_with_moves_after_a_fen(client):
     base = Position("r1bq1rk1/pp2bppp/2n1pn2/3p4/2PP4/2N1PN2/PP3PPP/R1BQKB1R w KQ - 4 8")
     for moves in (("c4d5",), ("c4d5", "f6d5"), ("a2a3", "a7a6", "f1d3")):

@@ -164,6 +164,24 @@ def test_a_game_of_many_plies(client, arbiter):
     client.bestmove(1)
 
 
+def test_a_game_that_leads_nowhere(client):
+    """Knights to and fro, a thousand plies, before a pawn moves; no client need claim a draw."""
+    there_and_back = ("g1f3", "g8f6", "f3g1", "f6g8")
+    client.position(Position(None, 250 * there_and_back + ("e2e4",)))
+    client.ready()
+    client.go("movetime", 100)
+    client.bestmove(1)
+
+
+def test_without_its_book_it_searches(client):
+    """Under the name by which interfaces know the option."""
+    client.set("OwnBook", "false")
+    client.position(Position())
+    client.go("depth", 2)
+    search, _ = client.bestmove(5)
+    assert max(search.numbers("nodes")) > 1
+
+
 def test_games_in_a_row(client):
     """Two short games, each begun as new, every move within the clock and nothing late."""
     for opening in ("f2f4 e7e5", "c2c4 b8c6"):
