@@ -1,33 +1,39 @@
-"""What the tests of games need. The environment variable KORVU names the engine. KORVU_REFEREE may
-name the built referee tool; without it the tool is compiled here.
+"""What the tests of games need. The environment variable KORVU names the engine, KORVU_UCI its
+companion, if that is to play too, and KORVU_REFEREE the built referee tool.
 """
 
 import os
 import pathlib
 import shutil
-import subprocess
 
 import pytest
+from game import companion, korvu
 
-SUPPORT = pathlib.Path(__file__).parent.parent / "support"
 
-
-@pytest.fixture(scope="session")
-def engine(tmp_path_factory):
-    """A copy of the engine, so that its processes can be told from all others."""
-    path = os.environ.get("KORVU")
+def named_by(variable):
+    path = os.environ.get(variable)
     if not path:
-        pytest.fail("the environment variable KORVU does not name the engine to test")
-    return pathlib.Path(shutil.copy(path, tmp_path_factory.mktemp("engine") / "korvu"))
+        pytest.fail(f"the environment variable {variable} does not name the program to test with")
+    return pathlib.Path(path).resolve()
+
+
+def pytest_generate_tests(metafunc):
+    if "engine" in metafunc.fixturenames:
+        names = ["korvu", "korvu-uci"] if "KORVU_UCI" in os.environ else ["korvu"]
+        metafunc.parametrize("engine", names, indirect=True, scope="session")
 
 
 @pytest.fixture(scope="session")
-def referee(tmp_path_factory):
-    if "KORVU_REFEREE" in os.environ:
-        return pathlib.Path(os.environ["KORVU_REFEREE"]).resolve()
-    tool = tmp_path_factory.mktemp("referee") / "referee_tool"
-    sources = [SUPPORT / "referee.cpp", SUPPORT / "referee_tool.cpp"]
-    subprocess.run(
-        [os.environ.get("CXX", "c++"), "-std=c++20", "-O2", *sources, "-o", tool], check=True
-    )
-    return tool
+def engine(request, tmp_path_factory):
+    """The engine or its companion as a player. They are copies, so that their processes can be told
+    from all others."""
+    folder = tmp_path_factory.mktemp("engine")
+    path = pathlib.Path(shutil.copy(named_by("KORVU"), folder / "korvu"))
+    if request.param == "korvu":
+        return korvu(path)
+    return companion(pathlib.Path(shutil.copy(named_by("KORVU_UCI"), folder / "korvu-uci")))
+
+
+@pytest.fixture(scope="session")
+def referee():
+    return named_by("KORVU_REFEREE")

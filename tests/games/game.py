@@ -1,9 +1,10 @@
 """One game through a real client, and its judgement.
 
-XBoard, on a display of its own that nobody sees, plays Korvu against Stockfish at its weakest;
-PolyGlot translates between XBoard's protocol and UCI. XBoard judges every move, the clock and the
-end of the game, and the project's own referee judges the record once more. The programs come from
-the Debian packages xboard, polyglot, stockfish and xvfb.
+XBoard, on a display of its own that nobody sees, plays Korvu, or the companion that runs it,
+against Stockfish at its weakest or another opponent; PolyGlot translates between XBoard's protocol
+and UCI. XBoard judges every move, the clock and the end of the game, and the project's own referee
+judges the record once more. The programs come from the Debian packages xboard, polyglot and xvfb,
+and those of the opponents.
 """
 
 import contextlib
@@ -15,7 +16,6 @@ import shutil
 import signal
 import subprocess
 
-# Against the book Korvu, as Black, answers six first moves only, so the game is opened for it.
 OPENING = """\
 [Event "Opening"]
 [Site "?"]
@@ -25,10 +25,8 @@ OPENING = """\
 [Black "?"]
 [Result "*"]
 
-1. e4 *
+1. {first} *
 """
-
-OPPONENT = {"Skill Level": 0, "Hash": 16, "Move Overhead": 100}
 
 
 class GameFailed(Exception):
@@ -54,6 +52,40 @@ def program(name):
     return path
 
 
+@dataclasses.dataclass(frozen=True)
+class Player:
+    name: str  # of its files
+    command: str
+    uci: bool = True  # or XBoard's own protocol
+    options: dict = dataclasses.field(default_factory=dict)
+    answers_to: str = "e4"  # White's first move when it plays Black
+    programs: tuple = ()  # the files whose processes have to end with the client
+
+    def for_xboard(self, folder):
+        """The command by which XBoard plays it."""
+        return adapter(folder, self) if self.uci else self.command
+
+
+# Against the book Korvu itself answers six first moves only, as Black; 1. e4 is one of them. The
+# companion answers all, 1. a4 too.
+def korvu(path):
+    return Player("korvu", str(path), programs=(path,))
+
+
+def companion(path):
+    """The companion, with Korvu beside it."""
+    return Player("korvu", str(path), answers_to="a4", programs=(path, path.parent / "korvu"))
+
+
+def opponent(name):
+    if name == "fairymax":
+        return Player(name, program(name), uci=False)
+    if name == "gnuchess":
+        return Player(name, f"{program(name)} --uci")
+    options = {"Skill Level": 0, "Hash": 16, "Move Overhead": 100}
+    return Player(name, program(name), options=options)
+
+
 @contextlib.contextmanager
 def display():
     """The name of a new X display, as long as it is needed."""
@@ -72,20 +104,20 @@ def display():
         server.stdout.close()
 
 
-def adapter(folder, name, command, options):
+def adapter(folder, player):
     """The command of a PolyGlot that runs this engine."""
     settings = [
         "[PolyGlot]",
         f"EngineDir = {folder}",
-        f"EngineCommand = {command}",
+        f"EngineCommand = {player.command}",
         "Book = false",
         "Resign = false",
         "Log = true",
-        f"LogFile = {folder / name}.log",
+        f"LogFile = {folder / player.name}.log",
         "[Engine]",
-        *(f"{option} = {value}" for option, value in options.items()),
+        *(f"{option} = {value}" for option, value in player.options.items()),
     ]
-    file = folder / f"{name}.ini"
+    file = folder / f"{player.name}.ini"
     file.write_text("\n".join(settings) + "\n", encoding="ascii")
     return f"{program('polyglot')} {file}"
 
@@ -155,24 +187,25 @@ def left_early(log):
     return end != "" and "Adapter->Engine: quit" not in before
 
 
-def korvu_against_the_weakest(folder, engine, colour, clock):
+def play_korvu(folder, korvu, other, colour, clock):
     """Plays one game with Korvu as "White" or "Black"."""
-    korvu = adapter(folder, "korvu", engine, {})
-    other = adapter(folder, "other", program("stockfish"), OPPONENT)
+    players = [korvu.for_xboard(folder), other.for_xboard(folder)]
     if colour == "White":
-        record = play(folder, korvu, other, clock)
+        record = play(folder, *players, clock)
     else:
-        record = play(folder, other, korvu, clock, OPENING)
-    record.left_early = left_early((folder / "korvu.log").read_text(errors="replace"))
+        players.reverse()
+        record = play(folder, *players, clock, OPENING.format(first=korvu.answers_to))
+    record.left_early = left_early((folder / f"{korvu.name}.log").read_text(errors="replace"))
     return record
 
 
-def running(executable):
-    """The processes that run this file."""
+def running(player):
+    """The processes that run this player's files."""
+    files = [path.resolve() for path in player.programs]
     found = []
     for process in pathlib.Path("/proc").glob("[0-9]*"):
         with contextlib.suppress(OSError):
-            if (process / "exe").resolve() == executable:
+            if (process / "exe").resolve() in files:
                 found.append(int(process.name))
     return found
 

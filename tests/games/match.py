@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
 """Plays a match of whole games and tells how they went.
 
-    match.py ENGINE REFEREE [--games N] [--clock SECONDS+INCREMENT] [--save FILE]
+    match.py ENGINE REFEREE [--companion FILE] [--opponent NAME] [--games N]
+             [--clock SECONDS+INCREMENT] [--save FILE]
 
-ENGINE is the built korvu and REFEREE the built korvu-referee. Colours alternate, White first. Each
+ENGINE is the built korvu and REFEREE the built korvu-referee; with --companion, the built korvu-uci
+plays and runs ENGINE. The opponent is stockfish (at its weakest), gnuchess or fairymax. Colours
+alternate, White first. Each
 game is told when it has ended, and all of them at the end. Several matches can run side by side.
 Ends with 1 when a game was not played to an end that the rules know, and that was Korvu's doing.
 """
@@ -18,7 +21,17 @@ import sys
 import tempfile
 import time
 
-from game import Clock, GameFailed, judge, korvu_against_the_weakest, result_of, running
+from game import (
+    Clock,
+    GameFailed,
+    companion,
+    judge,
+    korvu,
+    opponent,
+    play_korvu,
+    result_of,
+    running,
+)
 
 # What a game can end by, other than by the rules. The loser is the one whose doing it was.
 MISHAPS = {
@@ -68,25 +81,26 @@ def outcome_of(record, colour, referee):
     return Outcome("unfinished", points, plies, record.remark)
 
 
-def all_gone(engine):
-    """Waits for the processes of the engine to end with their client."""
+def all_gone(player):
+    """Waits for the processes of the player to end with their client."""
     deadline = time.monotonic() + 10
-    while running(engine) and time.monotonic() < deadline:
+    while running(player) and time.monotonic() < deadline:
         time.sleep(0.1)
-    return not running(engine)
+    return not running(player)
 
 
-def play_one(engine, referee, colour, clock, save):
+def play_one(players, referee, colour, clock, save):
+    """`players` are Korvu and its opponent."""
     with tempfile.TemporaryDirectory() as name:
         try:
-            record = korvu_against_the_weakest(pathlib.Path(name), engine, colour, clock)
+            record = play_korvu(pathlib.Path(name), *players, colour, clock)
         except GameFailed as failed:
             return Outcome("unfinished", None, 0, str(failed))
     if save:
         with open(save, "a", encoding="ascii") as file:
             file.write(record.text.strip() + "\n\n")
     outcome = outcome_of(record, colour, referee)
-    if not all_gone(engine):
+    if not all_gone(players[0]):
         outcome.kind = "stays behind"
     return outcome
 
@@ -118,9 +132,13 @@ def clock_of(text):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Korvu against the weakest Stockfish.")
+    parser = argparse.ArgumentParser(description="Korvu against other engines.")
     parser.add_argument("engine", type=pathlib.Path)
     parser.add_argument("referee", type=pathlib.Path)
+    parser.add_argument("--companion", type=pathlib.Path)
+    parser.add_argument(
+        "--opponent", choices=("stockfish", "gnuchess", "fairymax"), default="stockfish"
+    )
     parser.add_argument("--games", type=int, default=2)
     parser.add_argument("--clock", type=clock_of, default=Clock(10, 0.1))
     parser.add_argument("--save", type=pathlib.Path, help="append the records to this file")
@@ -129,11 +147,15 @@ def main():
     outcomes = []
     referee = options.referee.resolve()
     with tempfile.TemporaryDirectory() as name:
-        # A copy, so that its processes can be told from all others.
-        engine = pathlib.Path(shutil.copy(options.engine, pathlib.Path(name) / "korvu")).resolve()
+        # Copies, so that their processes can be told from all others.
+        folder = pathlib.Path(name).resolve()
+        player = korvu(pathlib.Path(shutil.copy(options.engine, folder / "korvu")))
+        if options.companion:
+            player = companion(pathlib.Path(shutil.copy(options.companion, folder / "korvu-uci")))
+        players = (player, opponent(options.opponent))
         for number in range(options.games):
             colour = ("White", "Black")[number % 2]
-            outcome = play_one(engine, referee, colour, options.clock, options.save)
+            outcome = play_one(players, referee, colour, options.clock, options.save)
             outcomes.append(outcome)
             print(
                 f"{number + 1:3} {colour}: {outcome.points} points, {outcome.kind} after "

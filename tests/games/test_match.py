@@ -4,7 +4,7 @@ import stat
 import sys
 
 import pytest
-from game import Clock, Record
+from game import Clock, Record, korvu, opponent
 from match import Outcome, outcome_of, play_one, summary
 
 # Plays e2e4 and then goes wrong: thinks for ever, leaves, or moves a man that is not there.
@@ -41,7 +41,8 @@ def test_an_engine_that_goes_wrong_is_found_out(tmp_path, referee, wrong, kind):
     engine = tmp_path / "korvu"
     engine.write_text(STAND_IN.format(python=sys.executable, wrong=wrong), encoding="ascii")
     engine.chmod(engine.stat().st_mode | stat.S_IXUSR)
-    outcome = play_one(engine, referee, "White", Clock(2), None)
+    players = (korvu(engine), opponent("stockfish"))
+    outcome = play_one(players, referee, "White", Clock(2), None)
     assert outcome.kind == kind, outcome
     assert outcome.points == 0
     assert outcome.is_korvus_fault()
