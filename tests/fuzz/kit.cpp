@@ -27,11 +27,19 @@ bool orders_a_depth(std::string_view line) {
   });
 }
 
+// What the engine reads as the board of a FEN line: a blank ends the last of eight ranks alone.
+std::string_view board_of(std::string_view line) {
+  std::size_t end = 12;
+  for (int rank = 8; rank > 1 && end != std::string_view::npos; --rank)
+    end = line.find('/', end + 1);
+  if (end != std::string_view::npos) end = line.find(' ', end + 1);
+  return line.substr(0, end).substr(13);
+}
+
 // A setting of "Deep" with which a search of this position line takes a few milliseconds.
 std::string_view deep_for(std::string_view line) {
   if (line.size() < 13 || !line.starts_with("position f")) return "1";
-  const std::string_view board = line.substr(13, line.find(' ', 13) - 13);
-  const auto men = std::ranges::count_if(board, [](char c) {
+  const auto men = std::ranges::count_if(board_of(line), [](char c) {
     return std::string_view("PNBRQKpnbrqk").find(c) != std::string_view::npos;
   });
   return men <= 4 ? "3" : men <= 8 ? "2" : "1";
