@@ -18,7 +18,7 @@ Quad com_64_bits(Quad v) {
   static_assert(sizeof(Quad) == 16 && std::endian::native == std::endian::little);
   constexpr int sobra = 113 - 64;
   constexpr std::uint64_t um = std::uint64_t{1} << sobra;
-  if (v - v != 0) return v;  // infinite or no number
+  if (v - v != 0) return v;  // NOLINT(misc-redundant-expression): infinite or no number
   auto [baixo, alto] = std::bit_cast<std::array<std::uint64_t, 2>>(v);
   const std::uint64_t soma = baixo + (um / 2 - 1) + ((baixo & um) != 0);
   if (soma < baixo) ++alto;  // carried, into the exponent where all bits were ones

@@ -139,9 +139,9 @@ bool acabou(int letra) {
 
 std::optional<std::uint8_t> codigo_da_letra(int letra) {
   constexpr std::string_view brancas = "PNBRQK", pretas = "pnbrqk";
-  if (const auto i = brancas.find(static_cast<char>(letra)); i != brancas.npos)
+  if (const auto i = brancas.find(static_cast<char>(letra)); i != std::string_view::npos)
     return codigo_de(todas_as_pecas[i], Cor::b);
-  if (const auto i = pretas.find(static_cast<char>(letra)); i != pretas.npos)
+  if (const auto i = pretas.find(static_cast<char>(letra)); i != std::string_view::npos)
     return codigo_de(todas_as_pecas[i], Cor::p);
   return std::nullopt;
 }

@@ -4,6 +4,7 @@ good line is answered as ever."""
 import re
 import signal
 import subprocess
+import sys
 import time
 
 import pytest
@@ -390,3 +391,46 @@ def test_a_process_that_is_told_to_end_ends(korvu, before, heard):
     assert process.ends() == -signal.SIGTERM
     assert time.monotonic() - told_at < 1
     assert process.process.stderr.read() == b""
+
+
+# --- A machine with much to do ---
+
+
+@pytest.fixture
+def busy_machine():
+    """Eight processes that want all the time there is."""
+    rivals = [subprocess.Popen([sys.executable, "-c", "while True: pass"]) for _ in range(8)]
+    yield
+    for rival in rivals:
+        rival.kill()
+        rival.wait()
+
+
+def times_of(lines):
+    return [int(t) for t in re.findall(r" time (\S+)", "\n".join(lines))]
+
+
+def test_a_search_by_depth_is_the_same_on_a_busy_machine(engine, patience, request):
+    lines = [GAME, "go wtime 9999 btime 9999"]
+    told = said_to(engine, patience, *lines)
+    assert len(told) > 2
+    request.getfixturevalue("busy_machine")
+    assert said_to(engine, patience, *lines) == told
+
+
+def test_a_search_by_the_clock_ends_on_a_busy_machine(korvu, busy_machine, patience):
+    process = korvu()
+    # 16 men beside the kings and a clock of 100 seconds: the pawns could be searched for minutes,
+    # but 100000 / (16 / 1 + 5) ms are the limit.
+    pawns = "position fen 4k3/pppppppp/8/8/8/8/PPPPPPPP/4K3 w - - 0 1 moves a2a3 a7a6"
+    process.send("setoption name Time usage value 1", pawns, "go wtime 100000 btime 100000")
+    begun = time.monotonic()
+    heard = process.up_to_bestmove()
+    took = 1000 * (time.monotonic() - begun)
+    told = times_of(heard)
+    assert len(told) > 2
+    assert told == sorted(told)
+    assert told[0] >= 0
+    assert told[-1] <= took
+    assert took < 4761 + 5000 * patience, "the others may have taken much, but not that much"
+    takes_a_good_game(process)

@@ -27,13 +27,32 @@ bool orders_a_depth(std::string_view line) {
   });
 }
 
+// The men on the board of a FEN line, as the engine reads it: a blank ends the last rank alone, and
+// squares that the line does not name keep what stands there, which may be anything.
+int men_of(std::string_view line) {
+  constexpr int any = 64;
+  int men = 0, files = 0, rank = 8;
+  for (const char c : line.substr(13)) {
+    if (c == '\0') return any;
+    if (c == (rank > 1 ? '/' : ' ')) {
+      if (files < 8) return any;
+      if (rank == 1) return men;
+      files = 0;
+      --rank;
+    } else if (c >= '1' && c <= '8') {
+      files += c - '0';
+    } else if (std::string_view("PNBRQKpnbrqk").find(c) != std::string_view::npos) {
+      ++men;
+      ++files;
+    }
+  }
+  return any;
+}
+
 // A setting of "Deep" with which a search of this position line takes a few milliseconds.
 std::string_view deep_for(std::string_view line) {
   if (line.size() < 13 || !line.starts_with("position f")) return "1";
-  const std::string_view board = line.substr(13, line.find(' ', 13) - 13);
-  const auto men = std::ranges::count_if(board, [](char c) {
-    return std::string_view("PNBRQKpnbrqk").find(c) != std::string_view::npos;
-  });
+  const int men = men_of(line);
   return men <= 4 ? "3" : men <= 8 ? "2" : "1";
 }
 

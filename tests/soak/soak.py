@@ -24,8 +24,10 @@ import random
 import re
 import subprocess
 import sys
-import threading
 import time
+
+sys.path.append(str(pathlib.Path(__file__).parents[1] / "dialogue"))
+from live import Process
 
 FIRST_MOVES = [
     [f"{file}{rank}{file}{to}" for file in "abcdefgh" for to in pushes] + knights
@@ -35,6 +37,7 @@ FIRST_MOVES = [
     )
 ]
 BOOK_OFF = "setoption name Own book value false"
+LONGEST_SILENCE = 60  # seconds
 WARM_UP_GAMES = 10
 LONGEST_GAME = 120
 POSITIONS_BETWEEN_COMPARISONS = 100
@@ -65,27 +68,14 @@ class Fault(Exception):
     """Something is not as it should be."""
 
 
-class Engine:
-    def __init__(self, path, patience):
-        self.patience = patience
-        self.process = subprocess.Popen(
-            [path], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE
-        )
-        self.lines = queue.Queue()
-        threading.Thread(target=self._read, daemon=True).start()
-
-    def _read(self):
-        for line in self.process.stdout:
-            self.lines.put(line.decode("ascii").removesuffix("\n"))
-        self.lines.put(None)
-
-    def send(self, *lines):
-        self.process.stdin.write("".join(line + "\n" for line in lines).encode())
-        self.process.stdin.flush()
+class Engine(Process):
+    def __init__(self, path):
+        super().__init__(path, 1, stderr=subprocess.PIPE)
+        self.patience = LONGEST_SILENCE
 
     def line(self):
         try:
-            line = self.lines.get(timeout=self.patience)
+            line = super().line()
         except queue.Empty:
             raise Fault(f"no answer for {self.patience} seconds") from None
         if line is None:
@@ -115,7 +105,7 @@ class Engine:
     def end(self):
         self.send("quit")
         self.process.stdin.close()
-        if self.process.wait(timeout=self.patience) != 0:
+        if self.ends() != 0:
             raise Fault(f"the process has ended with {self.process.returncode}")
         if complaint := self.process.stderr.read():
             raise Fault(f"on standard error: {complaint!r}")
@@ -132,7 +122,7 @@ class Soak:
         self.engine_path, self.referee = arguments.engine, arguments.referee
         self.slowest_allowed = arguments.slowest
         self.random = random.Random(arguments.seed)
-        self.engine = Engine(self.engine_path, 60)
+        self.engine = Engine(self.engine_path)
         self.resident_after_warm_up = None
         self.games = self.positions = self.comparisons = 0
         self.slowest = self.thought = 0.0
@@ -163,7 +153,7 @@ class Soak:
             line = "position startpos moves " + " ".join(moves)
             deep = fills_tables and len(moves) in (10, 11)
             go = "go" if deep else self.random.choice(GO_LINES)
-            moves.append(self.move(line, go, 60 if deep else self.slowest_allowed))
+            moves.append(self.move(line, go, LONGEST_SILENCE if deep else self.slowest_allowed))
             self.positions += 1
             if self.positions % POSITIONS_BETWEEN_COMPARISONS == 0:
                 self.compare(options, line, go if not deep else GO_LINES[1])
@@ -190,7 +180,7 @@ class Soak:
     def compare(self, options, line, go):
         """The position once more, as the first of a game, here and in a fresh process."""
         told = []
-        fresh = Engine(self.engine_path, 60)
+        fresh = Engine(self.engine_path)
         for engine in (self.engine, fresh):
             engine.send(*options, "setoption name Own book value true", "position startpos")
             told.append(engine.answer())
