@@ -51,12 +51,21 @@ class Mutant:
         return self.file.split("/")[1]
 
     @property
+    def in_header(self) -> bool:
+        return self.file.endswith(".h")
+
+    @property
     def fingerprint(self) -> str:
         return hashlib.sha256("\0".join((self.file, self.old, self.new)).encode()).hexdigest()[:16]
 
 
 def table(text: str) -> list[Mutant]:
     return [Mutant(**row) for row in tomllib.loads(text)["mutant"]]
+
+
+def tried_first(text: str) -> dict[str, tuple[str, str]]:
+    """Program and filter of the tests that are tried first, by file."""
+    return {file: tuple(tests.split(": ")) for file, tests in tomllib.loads(text)["first"].items()}
 
 
 def faults_of(mutants: list[Mutant], source: Callable[[str], str]) -> list[str]:
@@ -161,6 +170,7 @@ class Stage:
     target: str
     # Gives the name of the first test that the program fails and the sound one passes, or None.
     first_failure: Callable[[pathlib.Path, pathlib.Path], str | None]
+    room: str = ""  # whose own tests these are
 
 
 def transcripts(*files: str, seconds: float | None = None) -> Callable:
@@ -178,10 +188,11 @@ def transcripts(*files: str, seconds: float | None = None) -> Callable:
     return first_failure
 
 
-def names_of_tests(program: pathlib.Path) -> list[str]:
+def names_of_tests(program: pathlib.Path, which: str = "*") -> list[str]:
     listed = subprocess.run(
-        [program, "--gtest_list_tests"], capture_output=True, text=True, check=True
-    )
+        [program, "--gtest_list_tests", f"--gtest_filter={which}"],
+        capture_output=True, text=True, check=True,
+    )  # fmt: skip
     names, suite = [], ""
     for line in listed.stdout.splitlines():
         word = line.split("#")[0].strip()
@@ -202,9 +213,9 @@ def passes(program: pathlib.Path, test: str) -> bool:
     return False
 
 
-def unit_tests(program: pathlib.Path, sound: pathlib.Path) -> str | None:
+def unit_tests(program: pathlib.Path, sound: pathlib.Path, which: str = "*") -> str | None:
     """Each test in a process of its own, as ctest runs them."""
-    for test in names_of_tests(sound):
+    for test in names_of_tests(sound, which):
         if not passes(program, test) and passes(sound, test):
             return test
     return None
@@ -238,18 +249,20 @@ STAGES = [
                 f"data/{name}.txt"
                 for name in (
                     "book", "root_moves", "identification", "reporting", "repetition", "readers",
-                    "game_course", "game_memory", "options", "position_intake", "go", "clock_levels",
+                    "game_course", "game_memory", "options", "position_intake",
                 )
             )
         ),
     ),  # fmt: skip
     *(
-        Stage(name, name, unit_tests)
-        for name in (
-            "memory_tests", "frontend_tests", "root_tests", "eval_tests", "board_tests",
-            "symmetry_tests", "root_move_set_tests", "move_set_tests", "tree_tests",
+        Stage(name, name, unit_tests, room)
+        for name, room in (
+            ("memory_tests", "memory"), ("frontend_tests", "frontend"), ("root_tests", "root"),
+            ("eval_tests", "eval"), ("board_tests", "board"), ("symmetry_tests", "board"),
+            ("root_move_set_tests", "board"), ("move_set_tests", "board"), ("tree_tests", "tree"),
         )
     ),
+    Stage("clock transcripts", "korvu", transcripts("data/go.txt", "data/clock_levels.txt")),
     Stage(
         "deep reference",
         "korvu",
@@ -291,10 +304,28 @@ class Results:
         self.path.write_text(json.dumps(rows, indent=1) + "\n", encoding="utf-8")
 
 
+def in_order(stages: list[Stage], m: Mutant) -> list[Stage]:
+    """The tests of the mutant's own room early, where they need only be linked again."""
+
+    def rank(stage: Stage) -> int:
+        return 0 if stage.name == "reference" else 1 if stage.room == m.room else 2
+
+    return stages if m.in_header else sorted(stages, key=rank)
+
+
+def try_first(shop: Workshop, target: str, which: str, r: Result) -> None:
+    """Leaves no mark of a test passed: the stages run it again among the others."""
+    if not shop.build(target):
+        return
+    test = unit_tests(shop.program(target), shop.sound(target), which)
+    if test is not None:
+        r.outcome, r.by, r.test = "killed", target, test
+
+
 def try_stage(shop: Workshop, stage: Stage, r: Result) -> None:
     if not shop.build(stage.target):
         # The engine itself decides whether there is a mutant; a test that does not compile fails.
-        r.outcome = "not compiled" if stage.target == "korvu" else "killed"
+        r.outcome = "killed" if shop.build("korvu") else "not compiled"
         r.by, r.test = stage.name, "compiling it"
         return
     test = stage.first_failure(shop.program(stage.target), shop.sound(stage.target))
@@ -304,18 +335,28 @@ def try_stage(shop: Workshop, stage: Stage, r: Result) -> None:
         r.outcome, r.by, r.test = "killed", stage.name, test
 
 
-def run(shop: Workshop, mutants: list[Mutant], stages: list[Stage], results: Results) -> None:
+def run(
+    shop: Workshop,
+    mutants: list[Mutant],
+    stages: list[Stage],
+    results: Results,
+    first: dict[str, tuple[str, str]],
+) -> None:
+    targets = {s.target for s in stages}
     for m in mutants:
         r = results.of(m)
-        left = [s for s in stages if s.name not in r.passed]
+        left = [s for s in in_order(stages, m) if s.name not in r.passed]
         if r.outcome != "alive" or not left:
             continue
         with shop.broken(m):
+            target, which = first.get(m.file, ("", ""))
+            if target in targets and not r.passed:
+                try_first(shop, target, which, r)
             for stage in left:
-                try_stage(shop, stage, r)
-                results.note(m, r)
-                if r.outcome != "alive":
-                    break
+                if r.outcome == "alive":
+                    try_stage(shop, stage, r)
+                    results.note(m, r)
+            results.note(m, r)
         print(f"{m.name}: {r.outcome}", f"by {r.by}: {r.test}" if r.by else "", flush=True)
 
 
@@ -373,11 +414,14 @@ def main() -> int:
     )
     arguments = parser.parse_args()
 
-    mutants = table(TABLE.read_text(encoding="utf-8"))
+    text = TABLE.read_text(encoding="utf-8")
+    mutants, first = table(text), tried_first(text)
     faults = faults_of(mutants, source_in(ROOT))
     if faults or arguments.check:
         print("\n".join(faults) or f"{len(mutants)} mutants apply")
         return 1 if faults else 0
+    # A change of a source compiles one file, that of a header many.
+    mutants.sort(key=lambda m: m.in_header)
     if arguments.names:
         mutants = [m for m in mutants if {m.name, m.room} & set(arguments.names)]
     shop = Workshop(arguments.work, arguments.preset, arguments.jobs)
@@ -391,7 +435,7 @@ def main() -> int:
         shop.configure()
         for target in dict.fromkeys(s.target for s in stages):
             shop.keep_sound(target)
-        run(shop, mutants, stages, results)
+        run(shop, mutants, stages, results, first)
     print(report(mutants, results))
     wrong = unexplained(mutants, results)
     print("\n".join(wrong))

@@ -14,12 +14,14 @@ from mutate import (
     Results,
     Workshop,
     faults_of,
+    in_order,
     names_of_tests,
     passes,
     report,
     run,
     source_in,
     table,
+    tried_first,
     unexplained,
     unit_tests,
 )
@@ -35,6 +37,13 @@ def mutants():
 
 def test_every_mutant_applies(mutants):
     assert faults_of(mutants, source_in(ROOT)) == []
+
+
+def test_tests_tried_first_are_known(mutants):
+    programs = {s.target for s in STAGES}
+    first = tried_first(TABLE.read_text(encoding="utf-8"))
+    assert {program for program, _ in first.values()} <= programs
+    assert set(first) <= {m.file for m in mutants}
 
 
 def test_no_room_is_spared(mutants):
@@ -82,7 +91,7 @@ def program(path, text):
 
 
 LISTING = """case $1 in
---gtest_list_tests) printf 'First.\\n  A\\n  B/0  # GetParam() = 7\\nSecond.\\n  C\\n'; exit ;;
+*list_tests) printf 'First.\\n  A\\n  B/0  # GetParam() = 7\\nSecond.\\n  C\\n'; exit ;;
 esac
 """
 
@@ -116,7 +125,7 @@ class Shop(Workshop):
         text = (self.root / "src/root/here.cpp").read_text(encoding="utf-8")
         self.build_dir.mkdir(parents=True, exist_ok=True)
         program(self.build_dir / target, text)
-        return "syntax" not in text
+        return "syntax" not in text and not ("assertion" in text and target != "korvu")
 
 
 @pytest.fixture
@@ -143,17 +152,36 @@ def stage(name="unit"):
         ("exit 1\n", ("killed", "First.A")),
         ("case $1 in *C) exit 1 ;; esac\n", ("killed", "Second.C")),
         ("true\n", ("alive", "")),
-        ("syntax\n", ("killed", "compiling it")),
+        ("assertion\n", ("killed", "compiling it")),
+        ("syntax\n", ("not compiled", "compiling it")),
     ],
 )
 def test_the_fate_of_a_mutant(shop, new, fate):
     m = mutant(new)
     before = (shop.root / m.file).read_text(encoding="utf-8")
     results = Results(shop.root / "results.json")
-    run(shop, [m], [stage()], results)
+    run(shop, [m], [stage()], results, {})
     r = Results(shop.root / "results.json").of(m)
     assert (r.outcome, r.test) == fate
     assert (shop.root / m.file).read_text(encoding="utf-8") == before
+
+
+def test_tests_tried_first_need_not_wait_for_their_stage(shop):
+    m = mutant("case $1 in *C) exit 1 ;; esac\n")
+    results = Results(shop.root / "results.json")
+    stages = [stage("early"), stage("late")]
+    run(shop, [m], stages, results, {m.file: ("unit", "Second.*")})
+    assert (results.of(m).by, results.of(m).test, results.of(m).passed) == ("unit", "Second.C", [])
+
+
+def test_a_rooms_own_tests_come_early_where_they_are_cheap():
+    def order(file):
+        return [s.name for s in in_order(STAGES, Mutant("m", file, "a", "b", "all"))]
+
+    as_listed = [s.name for s in STAGES]
+    assert order("src/root/caps.cpp")[:3] == ["reference", "root_tests", "transcripts"]
+    assert sorted(order("src/root/caps.cpp")) == sorted(as_listed)
+    assert order("src/root/first_ply_moves.h") == as_listed
 
 
 def test_a_run_is_taken_up_where_it_ended(shop, tmp_path):
@@ -161,7 +189,7 @@ def test_a_run_is_taken_up_where_it_ended(shop, tmp_path):
     results = Results(tmp_path / "results.json")
     results.note(m, Result(m.fingerprint, passed=["unit"]))
     (shop.root / m.file).write_text("exit 0\n", encoding="utf-8")
-    run(shop, [m], [stage(), stage("again")], results)
+    run(shop, [m], [stage(), stage("again")], results, {})
     assert results.of(m).passed == ["unit", "again"]
     changed = mutant("exit 1\n")
     assert results.of(changed).passed == []
