@@ -420,8 +420,8 @@ def main() -> int:
     if faults or arguments.check:
         print("\n".join(faults) or f"{len(mutants)} mutants apply")
         return 1 if faults else 0
-    # A change of a source compiles one file, that of a header many.
-    mutants.sort(key=lambda m: m.in_header)
+    # A change of a source compiles one file, that of a header many; who survives takes all tests.
+    mutants.sort(key=lambda m: (m.survives != "", m.in_header))
     if arguments.names:
         mutants = [m for m in mutants if {m.name, m.room} & set(arguments.names)]
     shop = Workshop(arguments.work, arguments.preset, arguments.jobs)
