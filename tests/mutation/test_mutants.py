@@ -21,6 +21,7 @@ from mutate import (
     run,
     source_in,
     table,
+    transcripts,
     tried_first,
     unexplained,
     unit_tests,
@@ -116,6 +117,30 @@ def test_a_test_that_the_sound_program_fails_too_kills_nothing(tmp_path):
     weak = program(tmp_path / "weak", LISTING + "case $1 in *B/0) exit 1 ;; esac\n")
     broken = program(tmp_path / "broken", "case $1 in *B/0|*C) exit 1 ;; esac\n")
     assert unit_tests(broken, weak) == "Second.C"
+
+
+def test_a_failure_that_does_not_come_back_kills_nothing(tmp_path, sound):
+    once = "case $1 in *C) test -e $0.seen || { touch $0.seen; exit 1; } ;; esac\n"
+    busy = program(tmp_path / "busy", once)
+    assert unit_tests(busy, sound) is None
+    assert (tmp_path / "busy.seen").exists()
+
+
+def transcript_engine(path, answer):
+    return program(path, f"cat >/dev/null\necho {answer}\n")
+
+
+def test_the_first_transcript_that_differs_is_told(tmp_path, monkeypatch):
+    folder = tmp_path / "tests/dialogue"
+    folder.mkdir(parents=True)
+    text = "# one\n> isready\n<~ .*\n\n# two\n> isready\n< readyok\n"
+    (folder / "t.txt").write_text(text, encoding="ascii")
+    monkeypatch.setattr("mutate.ROOT", tmp_path)
+    sound = transcript_engine(tmp_path / "sound", "readyok")
+    broken = transcript_engine(tmp_path / "broken", "readynot")
+    assert transcripts("t.txt")(broken, sound) == "t.txt: two"
+    assert transcripts("t.txt")(broken, broken) is None
+    assert transcripts("t.txt")(sound, sound) is None
 
 
 class Shop(Workshop):
