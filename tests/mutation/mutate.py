@@ -366,7 +366,7 @@ def run(
             continue
         with shop.broken(m):
             target, which = first.get(m.file, ("", ""))
-            if target in targets and not r.passed:
+            if target in targets and target not in r.passed:
                 try_first(shop, target, which, r)
             for stage in left:
                 if r.outcome == "alive":
