@@ -100,8 +100,10 @@ TEST(RootReading, IsMadeWithTheCountsOfThePositionReached) {
 }
 
 TEST(RootReading, StartsTheCorrectionAtNothing) {
-  korvu::extraeval = 12;
-  play("k7/8/8/8/8/8/8/7K w - - 0 1", "h1h2", true);
+  bench::lay("k7/8/8/8/8/8/8/7K w - - 0 1");
+  korvu::jogada = {7, 0, 7, 1};
+  korvu::extraeval = 12;  // laying the board clears it too
+  korvu::init_tabuleiro();
   EXPECT_EQ(korvu::extraeval, 0);
 }
 
