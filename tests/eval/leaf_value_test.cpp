@@ -6,6 +6,7 @@
 #include "eval/bench.h"
 #include "eval/knobs.h"
 #include "eval/leaf.h"
+#include "tree/indifference.h"
 #include "tree/leaf_tests.h"
 
 namespace {
@@ -34,10 +35,12 @@ constexpr const char* rook_up = "7k/8/8/8/8/8/8/1R5K w - - 0 1";
 constexpr const char* knight_up = "7k/8/8/8/8/8/8/1N5K w - - 0 1";
 
 // Even plies of a White search are entered after a Black move, odd ones after a White move. a5 is
-// empty there.
+// empty there. Always the exact value.
 template <int N>
 float leaf_value() {
+  korvu::folhas_exatas = true;
   korvu::avalia_folha<N, N % 2 == 0 ? Cor::p : Cor::b>(0, 4);
+  korvu::folhas_exatas = false;
   return (N % 2 == 0 ? alfa : beta)[N];
 }
 
