@@ -50,7 +50,7 @@ class Par {
   }
 
  private:
-  friend Par por_byte(Par);
+  friend Par por_byte(Par a);
   __m128i v_;
 #else
   Par(Bits b, Bits p) : b_(b), p_(p) {}
@@ -85,7 +85,7 @@ class Par {
   }
 
  private:
-  friend Par por_byte(Par);
+  friend Par por_byte(Par a);
   Bits b_, p_;
 #endif
 };

@@ -48,11 +48,15 @@ class Planos {
 // Weights of the squares in fixed point, below 2^15; by rank and then file, unlike a board.
 struct alignas(16) Pesos : std::array<std::int16_t, 64> {};
 
+// f gives the weight of a file and rank, above 0.
 template <class F>
 constexpr Pesos pesos(int escala, F f) {
   Pesos p{};
   for (int x = 0; x < 8; ++x)
-    for (int y = 0; y < 8; ++y) p[casa(y, x)] = static_cast<std::int16_t>(escala * f(x, y) + 0.5);
+    for (int y = 0; y < 8; ++y) {
+      const int metades = static_cast<int>(2 * escala * f(x, y));
+      p[casa(y, x)] = static_cast<std::int16_t>((metades + 1) / 2);
+    }
   return p;
 }
 
@@ -91,7 +95,7 @@ __m128i na_fila(Par a) {
   return _mm_and_si128(_mm_srli_epi64(a.registro(), fila), _mm_set1_epi8(1));
 }
 template <int fila, int... i>
-__m128i contas_na_fila(const Planos& planos, std::integer_sequence<int, 0, i...>) {
+__m128i contas_na_fila(const Planos& planos, std::integer_sequence<int, 0, i...> /*digitos*/) {
   __m128i contas = na_fila<fila>(planos.digito(0));
   ((contas = _mm_add_epi8(contas, _mm_slli_epi64(na_fila<fila>(planos.digito(i)), i))), ...);
   return contas;
@@ -138,7 +142,8 @@ std::array<Pesagem, 2> por_filas(const Planos& planos, Par proprios, Par inimigo
     ate_aqui = _mm_add_epi8(ate_aqui, meus);
     filas = _mm_add_epi8(filas, ate_aqui);
   };
-  const auto em_cada_fila = []<int... fila>(auto&& f, std::integer_sequence<int, fila...>) {
+  const auto em_cada_fila =
+      []<int... fila>(auto&& f, std::integer_sequence<int, fila...> /*todas*/) {
     (f.template operator()<fila>(), ...);
   };
   em_cada_fila(pondera_na_fila, std::make_integer_sequence<int, 8>());
