@@ -65,11 +65,16 @@ def test_pychess_plays_a_game(pychess, arbiter, engine, colour, first):
 
 
 def test_pychess_analyses(pychess, arbiter, engine):
-    """One position after another, each stopped for the next."""
+    """One position after another, each stopped for the next. Now and then, with any engine, PyChess
+    loses the stop that crosses a new position and asks nothing: such a position is asked again."""
     fens = [position.fen for position in SPECIAL if len(arbiter.legal(position)) > 1]
-    found = pychess(len(fens), "analyse", 0.3, ",".join(fens), command_of(engine))
-    assert [told["fen"] for told in found] == fens
-    for told in found:
-        assert told["lines"] > 0, told
-        assert told["legal"], told
-        assert arbiter.first_illegal(Position(told["fen"]), told["moves"]) is None
+    for _ in range(3):
+        found = pychess(len(fens), "analyse", 0.3, ",".join(fens), command_of(engine))
+        assert [told["fen"] for told in found] == fens
+        for told in found:
+            assert told["legal"], told
+            assert arbiter.first_illegal(Position(told["fen"]), told["moves"]) is None
+        fens = [told["fen"] for told in found if told["lines"] == 0]
+        if not fens:
+            break
+    assert not fens, "never analysed"
