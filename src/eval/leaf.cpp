@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <limits>
 
 #include "eval/leaf_cache.h"
 #include "eval/leaf_estimate.h"
@@ -161,7 +162,8 @@ Faixa faixa_do_extra() {
   const ResumoDaFolha& v = estimativa_de(tab2, chave_da_folha<raiz, ataca>(), estima<raiz, ataca>);
   if (raiz == ataca) ddep = std::max(ddep, deep);
   EMPAT = v.falta_material;
-  if (v.falta_material || std::isnan(v.soma)) return {-infinito, infinito};
+  constexpr float tudo = std::numeric_limits<float>::infinity();
+  if (v.falta_material || std::isnan(v.soma)) return {-tudo, tudo};
   const auto limite = static_cast<float>(piecesac);
   const double soma = v.soma + static_cast<double>(extraevalll), margem = margem_da_estimativa();
   return {std::clamp(static_cast<float>(soma - margem), -limite, limite),

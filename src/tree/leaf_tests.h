@@ -68,11 +68,11 @@ void avalia_folha(int x2, int y2) {
   v = valor_estatico<N>(totais_da_raiz<N, cor>(x2, y2));
   if constexpr (cronograma[N].extra) {
     if (!EXTRA_EVAL || !perto_da_janela<N>(v)) return;
-    if (!folhas_exatas) {
+    if (!folhas_exatas && longe_do_mate(v)) {
       const Faixa f = faixa_do_extra<raiz, outra(cor)>();
       const float no_minimo = v + f.de, no_maximo = v + f.ate;
-      const bool abaixo = nao_chega<N>(no_maximo);
-      if (abaixo || passa<N>(no_minimo)) {
+      const bool abaixo = !EMPAT && nao_chega<N>(no_maximo);
+      if (abaixo || (!EMPAT && passa<N>(no_minimo))) {
         v = abaixo ? no_maximo : no_minimo;
         return;
       }

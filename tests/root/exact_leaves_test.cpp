@@ -35,7 +35,7 @@ std::vector<std::string> searched(const std::vector<std::string>& settings,
   lines.insert(lines.end(), {"position " + position, "go wtime 9000000"});
   guardado.fill(sem_lance);
   guardado_g.fill(sem_lance);
-  lab::dialogue({"position startpos"});
+  lab::dialogue({"setoption name Own book value true", "position startpos"});
   auto told = lab::dialogue(lines);
   told.push_back(std::to_string(nodes) + " nodes, " + std::to_string(alfa0));
   folhas_exatas = false;
@@ -54,12 +54,19 @@ const std::string castling =
 const std::string pawns = "fen 8/5pk1/4p1p1/3pP2p/3P1P1P/2K3P1/8/8 w - - 0 1 moves c3b4";
 const std::string ending = "fen 2R5/6k1/3Np3/1p2P3/3n1P2/8/4n2P/3K4 b - - 1 49 moves e2f4";
 
+// A game that leaves the Black king alone, and then a FEN without moves, which keeps its totals:
+// captures there end in draws whose material is worth more than any bound.
+const std::string bare_king = "fen 7k/8/8/8/8/8/8/KQ6 w - - 0 1 moves b1b2";
+const std::string stale_totals = "fen 7n/8/8/3p4/3K1N2/8/8/k7 w - - 0 1";
+
 const std::vector<Case> cases = {
+    {stale_totals, {"position " + bare_king, "go wtime 9000000"}},
     {opening, {}},
     {tactics, {}},
     {castling, {"setoption name Deep memory value false"}},
     {ending, {"setoption name Deep value 5"}},
     {pawns, {"setoption name Deep value 5", "setoption name Null move filter value plus"}},
+    {tactics, {"setoption name Deep value 5", "setoption name Null move filter value plus"}},
     {opening, {"setoption name PVS value false", "setoption name Deep value 3"}},
     {tactics, {"setoption name Vertical filter value false"}},
     {tactics, {"setoption name Lmr value false", "setoption name Deep memory value false"}},

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "eval/leaf.h"
 #include "tree/tree_lab.h"
 
@@ -153,6 +155,30 @@ TEST(Indifference, ALeafNextToTheBoundIsScanned) {
     EXPECT_EQ(alfa[8], right);
     EXPECT_EQ(extraeval, right);
   }
+}
+
+// Totals that an earlier game has left may make the material's quotient infinite, above every
+// bound.
+TEST(Indifference, ADrawStaysADrawWhateverItsMaterialIsWorth) {
+  for (const float other : {0.0F, 110.0F, 1e-30F}) {
+    stand(7, "4k3/8/5n2/8/8/8/8/1N2K3 w - - 0 1");
+    EXTRA_EVAL = 1;
+    totals<Cor::b>(7, other, 100);
+    deep = 7;
+    DEEP = 25;
+    emp = -23;
+    beta[5] = -100;
+    enter<8, Cor::b>("b1c3");
+    EXPECT_EQ(alfa[8], -23) << other;
+  }
+}
+
+// Nodes above tell mates from other values.
+TEST(Indifference, AValueNextToAMateIsNotFarFromIt) {
+  EXPECT_FALSE(longe_do_mate(limiar_de_mate - 51));
+  EXPECT_FALSE(longe_do_mate(51 - limiar_de_mate));
+  EXPECT_TRUE(longe_do_mate(limiar_de_mate - 52));
+  EXPECT_FALSE(longe_do_mate(std::numeric_limits<float>::infinity()));
 }
 
 TEST(Indifference, ExactLeavesCanBeAskedFor) {
