@@ -300,10 +300,27 @@ void Session::hear_info(const std::string& line) {
   }
   s.nodes = info->nodes.value_or(s.nodes);
   bring_up_to_date(s, *info);
-  s.told_a_line = s.told_a_line || !info->pv.empty();
-  if (s.told_a_line) voices_.say(info->text());
-  s.best.hear(*info);
+  if (running)
+    tell_of_the_move(*info);
+  else
+    tell(*info);
   if (enough(*info)) answer();
+}
+
+void Session::tell(const InfoLine& info) {
+  search_->told_a_line = search_->told_a_line || !info.pv.empty();
+  if (search_->told_a_line) voices_.say(info.text());
+}
+
+// Interfaces take the last line of moves for the engine's opinion. So score and moves of a root
+// move are told when it is the best so far; when it makes another the best, that one's follow.
+void Session::tell_of_the_move(const InfoLine& info) {
+  Search& s = *search_;
+  const bool another = s.best.hear(info);
+  const auto& best = s.best.line();
+  const bool itself = another && best->pv.front() == info.pv.front();
+  tell(itself ? info : info.progress());
+  if (another && !itself) tell(closing_line(s, *best));
 }
 
 void Session::hear_bestmove(const std::string& line) {

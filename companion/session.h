@@ -80,6 +80,8 @@ class Session {
   void hear_engine(const std::string& line);
   void hear_start(const std::string& line);
   void hear_info(const std::string& line);
+  void tell(const InfoLine& info);
+  void tell_of_the_move(const InfoLine& info);
   void hear_bestmove(const std::string& line);
   void engine_ended();
   void engine_is_ready();

@@ -8,6 +8,7 @@ import pytest
 BLACK_TO_MOVE = "position startpos moves g2g4 d7d5 f1g2"
 WHITE_TO_MOVE = BLACK_TO_MOVE + " c8g4"
 PLAIN_GO = "go wtime 300000 btime 300000 winc 0 binc 0"
+SEARCH, FIRST_PASS = "go depth 8", []
 
 
 def since_the_start(heard):
@@ -148,6 +149,24 @@ def test_the_best_line_so_far_is_played(companion, stand_in):
     closing, answer = uci.up_to_bestmove()
     assert closing.endswith(" pv b8c6 a2a3") and "score cp 40 " in closing
     assert answer == "bestmove b8c6"
+
+
+def test_score_and_moves_are_told_of_the_best_line_alone(companion, stand_in):
+    line = "line info score cp {} depth {} currmove {} currmovenumber 1 nodes 9 time 1 pv {} a2a3"
+    told = [(10, 6, "e7e6"), (-90, 6, "a7a6"), (40, 6, "b8c6"), (20, 8, "e7e6"), (-5, 8, "b8c6")]
+    steps = [line.format(score, depth, move, move) for score, depth, move in told]
+    uci = companion(stand_in.plan(*FIRST_PASS, *steps, "move e7e6"))
+    uci.send(BLACK_TO_MOVE, SEARCH)
+    lines = uci.up_to_bestmove()
+    opinions = [line.split(" score cp ")[1].split()[0] for line in lines if " score " in line]
+    assert opinions == ["10", "40", "20"]
+    assert [line.split(" pv ")[1] for line in lines if " pv " in line] == [
+        "e7e6 a2a3",
+        "b8c6 a2a3",
+        "e7e6 a2a3",
+    ]
+    in_work = [line.split(" currmove ")[1].split()[0] for line in lines if " currmove " in line]
+    assert in_work == [move for _, _, move in told]
 
 
 def test_a_move_that_is_not_legal_is_not_passed_on(companion, stand_in, illegal):
