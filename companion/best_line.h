@@ -17,7 +17,8 @@ class BestLine {
   // count. True when the best line is another than before.
   bool hear(const InfoLine& info);
 
-  // A search has ended with this move. Lines of a later one are deeper.
+  // A search has ended with this move, or it is what to play before the first. Lines of a later one
+  // are deeper.
   void conclude(const rules::Move& move);
 
   std::optional<rules::Move> move() const;

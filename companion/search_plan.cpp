@@ -67,23 +67,29 @@ Stage without_limits(int deep) {
   return {deep, true, go_line(no_clock)};
 }
 
+// Setting 1 takes milliseconds and has looked at every move: it is the first in all searches.
 std::vector<Stage> stages_to(int deep, bool exact) {
-  constexpr int shallow[] = {2, 3, 4};
+  constexpr int shallow[] = {1, 2, 3, 4};
+  const int first_alone = exact && deep <= 4 ? 1 : 4;
   std::vector<Stage> stages;
-  if (deep > 4 || !exact)
-    for (const int k : shallow)
-      if (k < deep) stages.push_back(without_limits(k));
+  for (const int k : shallow)
+    if (k < deep && k <= first_alone) stages.push_back(without_limits(k));
   stages.push_back(without_limits(deep));
   return stages;
 }
 
-// The engine trusts its clock. Where it may be stopped in the middle of its only pass, when it has
-// not looked at all moves yet, a shallow search has done so before.
+// The engine trusts its clock, and can be stopped in the middle of its only pass, when it has not
+// looked at all moves yet or told nothing. So shallow searches have done so before, but for short
+// clocks, by which it is through at once. Setting 3 can take tenths of a second: it is for those
+// who have the time, and for those who are likely to cut the engine short.
 std::vector<Stage> stages_by(Milliseconds clock, std::optional<Milliseconds> patience) {
-  constexpr Milliseconds deep_from{20000}, short_patience{2000};
+  constexpr Milliseconds deep_from{20000}, short_patience{2000}, long_patience{10000};
+  const Milliseconds time = patience.value_or(long_patience);
   std::vector<Stage> stages;
-  if (clock >= deep_from && patience.value_or(short_patience) < short_patience)
-    stages = {without_limits(2), without_limits(3)};
+  if (clock >= deep_from) {
+    stages = {without_limits(1), without_limits(2)};
+    if (time < short_patience || time >= long_patience) stages.push_back(without_limits(3));
+  }
   stages.push_back({std::nullopt, false, go_line(clock)});
   return stages;
 }

@@ -111,6 +111,8 @@ void Session::go(std::span<const std::string> words) {
     answer_without_moves();
     return;
   }
+  // It stands until the engine has looked at it too: a first line may be of any move.
+  if (const auto choice = plain_choice(s.game.now)) s.best.conclude(*choice);
   if (!s.held) wait_for_the_clock();
   if (engine_ == Engine::abandoned && s.plan.patience.value_or(hurry) < hurry) start();
   if (engine_ == Engine::ready) ask();
@@ -147,12 +149,18 @@ void Session::wait_for_the_clock() {
   });
 }
 
+bool Session::nodes_are_spent() const {
+  const auto& limit = search_->plan.nodes;
+  return limit && !search_->held && search_->nodes_before + search_->nodes >= *limit;
+}
+
 // Does this line end the search, by the limits of the client?
 bool Session::enough(const InfoLine& info) const {
   if (search_->held) return false;
   const SearchPlan& plan = search_->plan;
   const auto& score = info.score;
-  if (plan.nodes && search_->nodes_before + search_->nodes >= *plan.nodes) return true;
+  // The first search is always completed.
+  if (search_->stage > 0 && nodes_are_spent()) return true;
   return plan.mate && score && score->mate && score->value > 0 && score->value <= *plan.mate;
 }
 
@@ -180,8 +188,7 @@ void Session::answer() {
   due_.cancel();
   const Search search = std::move(*search_);
   search_.reset();
-  auto move = search.best.move();
-  if (!move) move = plain_choice(search.game.now);
+  const auto move = search.best.move();
   const auto& line = search.best.line();
   std::string text = "bestmove " + (move ? move->text() : "(none)");
   if (!search.concluded && line) voices_.say(closing_line(search, *line).text());
@@ -333,7 +340,8 @@ void Session::hear_bestmove(const std::string& line) {
   s.nodes_before += std::exchange(s.nodes, 0);
   const auto& best = s.best.line();
   const bool mates = best && best->score->mate && best->score->value > 0;
-  if (s.from_book || mates || ++s.stage == s.plan.stages.size())
+  ++s.stage;
+  if (s.from_book || mates || nodes_are_spent() || s.stage == s.plan.stages.size())
     conclude();
   else
     ask();

@@ -67,6 +67,7 @@ class Session {
   void answer_without_moves();
   void wait_for_the_clock();
   bool waits_for_the_engine() const { return search_ && !search_->concluded; }
+  bool nodes_are_spent() const;
   bool enough(const InfoLine& info) const;
   void conclude();
   void answer();

@@ -114,6 +114,16 @@ TEST_F(Best, TheWordOfTheEngineCounts) {
   EXPECT_EQ(move(), "e2e4");
 }
 
+TEST_F(Best, AChoiceFromBeforeTheFirstLineStandsUntilItHasOne) {
+  best_.conclude(first_move("g1f3"));
+  EXPECT_FALSE(hear(2, "a2a3", "cp -150"));
+  EXPECT_EQ(move(), "g1f3");
+  EXPECT_TRUE(hear(2, "g1f3", "cp 5"));
+  EXPECT_EQ(move(), "g1f3");
+  EXPECT_TRUE(hear(2, "d2d4", "cp 15"));
+  EXPECT_EQ(move(), "d2d4");
+}
+
 TEST_F(Best, AWordWithoutALineCountsToo) {
   best_.conclude(first_move("g1f3"));
   EXPECT_EQ(move(), "g1f3");

@@ -183,6 +183,12 @@ def test_the_clock_of_the_side_to_move_counts(uci):
     assert depths == {"2"}
 
 
+@pytest.mark.parametrize("go", ["nodes 1", "movetime 50"])
+def test_the_shortest_search_gives_no_man_away(uci, go):
+    """The pawn on e5 is guarded; looking one ply ahead the engine takes it with the knight."""
+    assert move_of(uci.ask(QUIET, "go " + go)) != "f3e5"
+
+
 @pytest.mark.parametrize("depth, told", [(2, 2), (4, 4), (6, 6), (5, 4)])
 def test_depth(uci, depth, told):
     lines = uci.ask(QUIET, f"go depth {depth}")
