@@ -6,9 +6,10 @@ namespace companion {
 namespace {
 
 // The engine reads the number of digits and the first digit of the first clock, and knows its end
-// by the blank behind it.
+// by the blank behind it. With less than three it would look one ply ahead and take what is
+// guarded; three take it some milliseconds, and the time is kept here.
 std::string go_line(Milliseconds clock) {
-  const std::string n = std::to_string(std::clamp<std::int64_t>(clock.count(), 1, 99999999));
+  const std::string n = std::to_string(std::clamp<std::int64_t>(clock.count(), 100, 99999999));
   return "go wtime " + n + " btime " + n + " winc 0 binc 0";
 }
 

@@ -7,6 +7,7 @@ import pytest
 QUIET = "position startpos moves e2e4 e7e5 g1f3 d7d6"
 OPEN_GAME = "r1bqkbnr/pppp1ppp/2n5/4p3/2B1P3/5N2/PPPP1PPP/RNBQK2R b KQkq - 3 3"
 MATE_IN_2 = "6k1/5ppp/8/8/8/8/1R6/R3K3 w - - 0 1"
+TINY_CLOCKS = [f"wtime {left} btime {left}" for left in (60, 1, 0, -500)]
 ENDED = [
     ("7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", "cp 0"),
     ("R5k1/5ppp/8/8/8/8/8/4K3 b - - 0 1", "mate 0"),
@@ -183,7 +184,7 @@ def test_the_clock_of_the_side_to_move_counts(uci):
     assert depths == {"2"}
 
 
-@pytest.mark.parametrize("go", ["nodes 1", "movetime 50"])
+@pytest.mark.parametrize("go", ["nodes 1", "movetime 50", *TINY_CLOCKS])
 def test_the_shortest_search_gives_no_man_away(uci, go):
     """The pawn on e5 is guarded; looking one ply ahead the engine takes it with the knight."""
     assert move_of(uci.ask(QUIET, "go " + go)) != "f3e5"
