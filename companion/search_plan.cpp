@@ -25,13 +25,17 @@ std::optional<Clock> clock_of(const GoLimits& go, bool white_moves) {
   return std::nullopt;
 }
 
+// Without a move to go there is no control that the time must last for.
+std::optional<int> moves_to_the_control(const GoLimits& go) {
+  return go.moves_to_go.value_or(0) >= 1 ? go.moves_to_go : std::nullopt;
+}
+
 // The engine gives each move a share of the clock that suits a game without increment which lasts
 // some forty moves more.
 Milliseconds clock_for_the_engine(const Clock& clock, std::optional<int> moves_to_go) {
   constexpr int usual = 40, increments = 20;
   const Milliseconds left = *clock.left;
-  if (!moves_to_go || *moves_to_go < 1 || *moves_to_go >= usual)
-    return left + increments * clock.increment;
+  if (!moves_to_go || *moves_to_go >= usual) return left + increments * clock.increment;
   return (left + (*moves_to_go - 1) * clock.increment) * usual / *moves_to_go;
 }
 
@@ -100,9 +104,10 @@ std::vector<Stage> stages_by(Milliseconds clock, std::optional<Milliseconds> pat
 SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseconds overhead) {
   SearchPlan plan;
   const auto clock = clock_of(go, white_moves);
+  const auto moves_to_go = moves_to_the_control(go);
   plan.nodes = go.nodes;
   plan.mate = go.mate;
-  if (clock) plan.patience = most(*clock, go.moves_to_go, overhead);
+  if (clock) plan.patience = most(*clock, moves_to_go, overhead);
   if (go.move_time) {
     const Milliseconds due =
         std::max(*go.move_time - reserve(*go.move_time, overhead), shortest(*go.move_time));
@@ -112,7 +117,7 @@ SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseco
   const bool by_the_clock = !go.infinite && !go.move_time && !go.depth && !go.nodes && !go.mate;
   if (by_the_clock) {
     plan.stages =
-        stages_by(clock ? clock_for_the_engine(*clock, go.moves_to_go) : no_clock, plan.patience);
+        stages_by(clock ? clock_for_the_engine(*clock, moves_to_go) : no_clock, plan.patience);
     return plan;
   }
   const int last = deepest(go, deep);

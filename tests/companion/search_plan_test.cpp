@@ -127,6 +127,15 @@ TEST(SearchPlan, TheLastMoveBeforeTheControlMayTakeNearlyAll) {
   EXPECT_EQ(plan("wtime 1000 btime 1000 movestogo 1").patience, Milliseconds(1000 - 50 - 20));
 }
 
+// A sixth of the clock, as without a control.
+TEST(SearchPlan, NoMovesToGoAreNoControl) {
+  for (const char* moves : {"0", "-1", "-2147483648"}) {
+    const SearchPlan p = plan("wtime 60000 btime 60000 movestogo " + std::string(moves));
+    EXPECT_EQ(p.patience, Milliseconds(10000)) << moves;
+    EXPECT_EQ(clock_in(p), 60000) << moves;
+  }
+}
+
 TEST(SearchPlan, LostTimeIsAnsweredAtOnce) {
   EXPECT_EQ(plan("wtime -20 btime 1000").patience, Milliseconds(1));
   EXPECT_EQ(plan("movetime 0").patience, Milliseconds(1));
