@@ -15,8 +15,8 @@ using std::chrono::steady_clock;
 // remembers. A new one is there within milliseconds, so that a move in a hurry does not wait.
 constexpr Milliseconds grace{100}, hurry{1000};
 
-// For the reply to `uci`.
-constexpr Milliseconds patience_at_the_start{10000};
+// For the reply to `uci`, and when the client has already left.
+constexpr Milliseconds patience_at_the_start{10000}, patience_after_quit{2000};
 
 constexpr int deaths_borne = 5;
 
@@ -36,19 +36,36 @@ Session::Session(boost::asio::io_context& io, const std::string& engine, Voices 
 // --- Lines of the client ---
 
 // Words before the command are passed over. All but isready waits until the engine's options are
-// known.
+// known. Behind quit nothing counts.
 void Session::hear(const std::string& line) {
+  if (quits_) return;
   const Words words = words_of(line);
   const auto command = std::ranges::find_if(words, [](const std::string& word) {
     return std::ranges::find(commands, word) != std::end(commands);
   });
   if (command == words.end()) return;
+  quits_ = *command == "quit";
   if (*command == "isready")
     voices_.say("readyok");
   else if (knows_the_engine_)
     obey(*command, {command + 1, words.end()});
   else
-    early_.push_back(line);
+    put_off({command, words.end()});
+}
+
+// Who quits early waits for what was asked for, but not long.
+void Session::put_off(Words words) {
+  early_.push_back(std::move(words));
+  if (!quits_) return;
+  const auto wants_an_answer = [](const Words& w) { return w[0] == "uci" || w[0] == "go"; };
+  if (std::ranges::none_of(early_, wants_an_answer)) {
+    leave();
+    return;
+  }
+  grace_.expires_after(patience_after_quit);
+  grace_.async_wait([this](auto error) {
+    if (!error) leave();
+  });
 }
 
 void Session::obey(const std::string& command, std::span<const std::string> rest) {
@@ -286,7 +303,8 @@ void Session::hear_start(const std::string& line) {
   if (line != "uciok") return;
   given_ = options_.defaults();
   if (!std::exchange(knows_the_engine_, true))
-    for (const std::string& early : std::exchange(early_, {})) hear(early);
+    for (const Words& early : std::exchange(early_, {}))
+      obey(early[0], std::span(early).subspan(1));
   engine_is_ready();
 }
 

@@ -55,6 +55,7 @@ class Session {
   enum class Engine { starting, ready, thinking, abandoned };
 
   // Lines of the client.
+  void put_off(Words words);
   void obey(const std::string& command, std::span<const std::string> rest);
   void identify();
   void set_option(std::span<const std::string> words);
@@ -96,7 +97,8 @@ class Session {
   Options options_;
   std::vector<std::string> names_;  // the engine's id lines
   bool knows_the_engine_ = false;   // its first reply to `uci` is complete
-  std::vector<std::string> early_;  // lines of the client from before that
+  std::vector<Words> early_;        // commands of the client from before that
+  bool quits_ = false;              // the client has said quit
 
   std::optional<Game> game_ = Game{};  // the position held
   std::optional<Search> search_;
