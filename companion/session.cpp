@@ -75,7 +75,7 @@ void Session::obey(const std::string& command, std::span<const std::string> rest
   if (command == "go") go(rest);
   if (command == "stop") stop();
   if (command == "ponderhit") ponder_hit();
-  if (command == "ucinewgame") game_ = Game{};
+  if (command == "ucinewgame") new_game();
   if (command == "quit") leave();
 }
 
@@ -108,6 +108,12 @@ void Session::take_position(std::span<const std::string> words) {
   ReadGame read = read_game(words);
   if (!read.complaint.empty()) voices_.say("info string " + read.complaint);
   game_ = std::move(read.game);
+}
+
+// The engine's game memory would answer out of the game before.
+void Session::new_game() {
+  game_ = Game{};
+  if (options_.engine_has_button(clear_memory)) buttons_.push_back(clear_memory);
 }
 
 void Session::go(std::span<const std::string> words) {

@@ -59,6 +59,7 @@ class Session {
   void obey(const std::string& command, std::span<const std::string> rest);
   void identify();
   void set_option(std::span<const std::string> words);
+  void new_game();
   void take_position(std::span<const std::string> words);
   void go(std::span<const std::string> words);
   void ponder_hit();

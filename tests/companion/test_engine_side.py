@@ -124,6 +124,15 @@ def test_buttons_are_passed_on_before_the_next_search(companion, stand_in):
     assert heard[2:] == ["setoption name Clear memory", BLACK_TO_MOVE, PLAIN_GO]
 
 
+def test_a_new_game_empties_the_game_memory(companion, stand_in):
+    uci = companion(stand_in.plan("move e7e6", "move e7e6"))
+    for _ in range(2):
+        uci.send("ucinewgame", BLACK_TO_MOVE, PLAIN_GO)
+        uci.up_to_bestmove()
+    one_game = ["setoption name Clear memory", BLACK_TO_MOVE, PLAIN_GO]
+    assert since_the_start(stand_in.heard()) == one_game * 2
+
+
 def test_a_late_answer_is_never_passed_on(companion, stand_in):
     """It comes within the grace time: the same process goes on."""
     uci = companion(stand_in.plan("late 0.05 e7e6", "move b8c6"))

@@ -301,3 +301,12 @@ def test_a_second_go_ends_the_first(uci):
 def test_a_new_game_forgets_the_position(uci):
     uci.send(QUIET, "ucinewgame", "go wtime 9000 btime 9000")
     assert uci.line() == "bestmove e2e4"
+
+
+def test_a_new_game_is_thought_about_anew(uci):
+    """By a short clock there is one search, which the game memory answers when it is asked again."""
+    go = "go wtime 9000 btime 9000"
+    searched = [len(uci.ask(QUIET, go)) > 2 for _ in range(2)]
+    uci.send("ucinewgame")
+    searched.append(len(uci.ask(QUIET, go)) > 2)
+    assert searched == [True, False, True]
