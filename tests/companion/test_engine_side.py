@@ -98,15 +98,15 @@ def test_a_move_time_begins_shallow(companion, stand_in):
 
 
 def test_the_first_line_of_all_is_not_taken_at_its_word(companion, stand_in):
-    """A bishop for a pawn, and the limit is reached."""
-    bad = "info score cp -300 depth 2 seldepth 2 currmove c8f5 currmovenumber 1 nodes 9 time 1 pv c8f5"
+    """It gives a bishop for nothing; then the time is up."""
+    bad = "info score cp -300 depth 2 seldepth 2 currmove c8f5 currmovenumber 1 nodes 9 pv c8f5"
     uci = companion(stand_in.plan("line " + bad, "late 60 e7e6"))
     uci.send(BLACK_TO_MOVE, "go movetime 500")
     assert uci.up_to_bestmove()[-1].split()[1] != "c8f5"
 
 
 def test_the_first_search_is_completed_whatever_the_nodes(companion, stand_in):
-    line = "line info score cp -9 depth 2 seldepth 2 currmove {0} currmovenumber 1 nodes 9 time 1 pv {0}"
+    line = "line info score cp -9 depth 2 seldepth 2 currmove {0} currmovenumber 1 nodes 9 pv {0}"
     uci = companion(stand_in.plan(line.format("a7a6"), line.format("h7h6"), "move e7e6"))
     uci.send(BLACK_TO_MOVE, "go nodes 1")
     assert uci.up_to_bestmove()[-1] == "bestmove e7e6"
