@@ -65,6 +65,10 @@ int toward_the_centre(const rules::Position& p, const rules::Move& m) {
   return man == 'K' || man == 'k' ? 0 : remoteness(m.from) - remoteness(m.to);
 }
 
+bool same_line(const InfoLine& a, const InfoLine& b) {
+  return a.depth == b.depth && a.score == b.score && a.pv == b.pv;
+}
+
 }  // namespace
 
 const InfoLine* BestLine::of_the_depth(const rules::Move& move) const {
@@ -77,9 +81,9 @@ const InfoLine* BestLine::best_of_the_depth() const {
   return &*std::max_element(lines_.begin(), lines_.end(), worse);
 }
 
-void BestLine::hear(const InfoLine& info) {
-  if (!info.score || !info.depth || info.pv.empty() || !info.has("currmove")) return;
-  if (*info.depth < depth_) return;
+bool BestLine::hear(const InfoLine& info) {
+  if (!info.score || !info.depth || info.pv.empty() || !info.has("currmove")) return false;
+  if (*info.depth < depth_) return false;
   if (*info.depth > depth_) lines_.clear();
   depth_ = *info.depth;
   std::erase_if(lines_, [&](const InfoLine& l) { return l.pv.front() == info.pv.front(); });
@@ -87,10 +91,11 @@ void BestLine::hear(const InfoLine& info) {
 
   const InfoLine& top = *best_of_the_depth();
   const auto standing = move();
-  if (!standing || of_the_depth(*standing) || (best_ && *best_->score < *top.score)) {
-    best_ = top;
-    concluded_.reset();
-  }
+  if (standing && !of_the_depth(*standing) && !(best_ && *best_->score < *top.score)) return false;
+  const bool another = !best_ || !same_line(*best_, top);
+  best_ = top;
+  concluded_.reset();
+  return another;
 }
 
 void BestLine::conclude(const rules::Move& move) {

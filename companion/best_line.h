@@ -14,10 +14,11 @@ namespace companion {
 class BestLine {
  public:
   // Lines that name no move in work close a search, and tell another kind of depth: they do not
-  // count.
-  void hear(const InfoLine& info);
+  // count. True when the best line is another than before.
+  bool hear(const InfoLine& info);
 
-  // A search has ended with this move. Lines of a later one are deeper.
+  // A search has ended with this move, or it is what to play before the first. Lines of a later one
+  // are deeper.
   void conclude(const rules::Move& move);
 
   std::optional<rules::Move> move() const;

@@ -11,7 +11,6 @@
 #include <boost/process/child.hpp>
 #include <boost/process/exe.hpp>
 #include <boost/process/extend.hpp>
-#include <boost/process/handles.hpp>
 #include <boost/process/io.hpp>
 #include <istream>
 #include <utility>

@@ -79,6 +79,14 @@ void InfoLine::drop(std::string_view key) {
   std::erase_if(fields, [&](const auto& field) { return field.first == key; });
 }
 
+InfoLine InfoLine::progress() const {
+  InfoLine rest = *this;
+  rest.drop("score");
+  rest.score.reset();
+  rest.pv.clear();
+  return rest;
+}
+
 std::string InfoLine::text() const {
   std::string line = "info";
   for (const auto& [key, value] : fields) line += ' ' + key + ' ' + value;

@@ -35,6 +35,8 @@ struct InfoLine {
   // Gives the field a new value, if it is there.
   void put(std::string_view key, const std::string& value);
   void drop(std::string_view key);
+  // What it tells of the work alone, without the score and the moves.
+  InfoLine progress() const;
   std::string text() const;
 };
 

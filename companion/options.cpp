@@ -143,6 +143,12 @@ Settings Options::defaults() const {
   return all;
 }
 
+bool Options::engine_has_button(std::string_view name) const {
+  return std::ranges::any_of(engine_, [&](const Option& option) {
+    return option.kind == Kind::button && option.name == name;
+  });
+}
+
 int Options::deep_setting() const {
   const auto setting = chosen_.find(deep);
   return setting == chosen_.end() ? 9 : number_of<int>(setting->second).value_or(9);

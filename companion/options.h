@@ -38,6 +38,7 @@ inline constexpr const char* deep = "Deep";
 inline constexpr const char* time_control = "Time control";
 inline constexpr const char* own_book = "Own book";
 inline constexpr const char* memory = "Memory";
+inline constexpr const char* clear_memory = "Clear memory";
 
 // The line that gives an option of the engine a setting, or presses a button.
 std::string setoption(const std::string& name, const std::string& value);
@@ -64,6 +65,7 @@ class Options {
   Settings defaults() const;                          // the engine's
   const Settings& chosen() const { return chosen_; }  // the engine's, as the client wants them
   bool engine_has(const std::string& name) const { return chosen_.contains(name); }
+  bool engine_has_button(std::string_view name) const;
   int deep_setting() const;  // of "Deep", 9 when the engine has no such option
   int overhead_ms() const;
   bool ponders() const;

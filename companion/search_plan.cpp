@@ -6,9 +6,10 @@ namespace companion {
 namespace {
 
 // The engine reads the number of digits and the first digit of the first clock, and knows its end
-// by the blank behind it.
+// by the blank behind it. With less than three it would look one ply ahead and take what is
+// guarded; three take it some milliseconds, and the time is kept here.
 std::string go_line(Milliseconds clock) {
-  const std::string n = std::to_string(std::clamp<std::int64_t>(clock.count(), 1, 99999999));
+  const std::string n = std::to_string(std::clamp<std::int64_t>(clock.count(), 100, 99999999));
   return "go wtime " + n + " btime " + n + " winc 0 binc 0";
 }
 
@@ -24,13 +25,17 @@ std::optional<Clock> clock_of(const GoLimits& go, bool white_moves) {
   return std::nullopt;
 }
 
+// Without a move to go there is no control that the time must last for.
+std::optional<int> moves_to_the_control(const GoLimits& go) {
+  return go.moves_to_go.value_or(0) >= 1 ? go.moves_to_go : std::nullopt;
+}
+
 // The engine gives each move a share of the clock that suits a game without increment which lasts
 // some forty moves more.
 Milliseconds clock_for_the_engine(const Clock& clock, std::optional<int> moves_to_go) {
   constexpr int usual = 40, increments = 20;
   const Milliseconds left = *clock.left;
-  if (!moves_to_go || *moves_to_go < 1 || *moves_to_go >= usual)
-    return left + increments * clock.increment;
+  if (!moves_to_go || *moves_to_go >= usual) return left + increments * clock.increment;
   return (left + (*moves_to_go - 1) * clock.increment) * usual / *moves_to_go;
 }
 
@@ -67,23 +72,29 @@ Stage without_limits(int deep) {
   return {deep, true, go_line(no_clock)};
 }
 
+// Setting 1 takes milliseconds and has looked at every move: it is the first in all searches.
 std::vector<Stage> stages_to(int deep, bool exact) {
-  constexpr int shallow[] = {2, 3, 4};
+  constexpr int shallow[] = {1, 2, 3, 4};
+  const int first_alone = exact && deep <= 4 ? 1 : 4;
   std::vector<Stage> stages;
-  if (deep > 4 || !exact)
-    for (const int k : shallow)
-      if (k < deep) stages.push_back(without_limits(k));
+  for (const int k : shallow)
+    if (k < deep && k <= first_alone) stages.push_back(without_limits(k));
   stages.push_back(without_limits(deep));
   return stages;
 }
 
-// The engine trusts its clock. Where it may be stopped in the middle of its only pass, when it has
-// not looked at all moves yet, a shallow search has done so before.
+// The engine trusts its clock, and can be stopped in the middle of its only pass, when it has not
+// looked at all moves yet or told nothing. So shallow searches have done so before, but for short
+// clocks, by which it is through at once. Setting 3 can take tenths of a second: it is for those
+// who have the time, and for those who are likely to cut the engine short.
 std::vector<Stage> stages_by(Milliseconds clock, std::optional<Milliseconds> patience) {
-  constexpr Milliseconds deep_from{20000}, short_patience{2000};
+  constexpr Milliseconds deep_from{20000}, short_patience{2000}, long_patience{10000};
+  const Milliseconds time = patience.value_or(long_patience);
   std::vector<Stage> stages;
-  if (clock >= deep_from && patience.value_or(short_patience) < short_patience)
-    stages = {without_limits(2), without_limits(3)};
+  if (clock >= deep_from) {
+    stages = {without_limits(1), without_limits(2)};
+    if (time < short_patience || time >= long_patience) stages.push_back(without_limits(3));
+  }
   stages.push_back({std::nullopt, false, go_line(clock)});
   return stages;
 }
@@ -93,9 +104,10 @@ std::vector<Stage> stages_by(Milliseconds clock, std::optional<Milliseconds> pat
 SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseconds overhead) {
   SearchPlan plan;
   const auto clock = clock_of(go, white_moves);
+  const auto moves_to_go = moves_to_the_control(go);
   plan.nodes = go.nodes;
   plan.mate = go.mate;
-  if (clock) plan.patience = most(*clock, go.moves_to_go, overhead);
+  if (clock) plan.patience = most(*clock, moves_to_go, overhead);
   if (go.move_time) {
     const Milliseconds due =
         std::max(*go.move_time - reserve(*go.move_time, overhead), shortest(*go.move_time));
@@ -105,7 +117,7 @@ SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseco
   const bool by_the_clock = !go.infinite && !go.move_time && !go.depth && !go.nodes && !go.mate;
   if (by_the_clock) {
     plan.stages =
-        stages_by(clock ? clock_for_the_engine(*clock, go.moves_to_go) : no_clock, plan.patience);
+        stages_by(clock ? clock_for_the_engine(*clock, moves_to_go) : no_clock, plan.patience);
     return plan;
   }
   const int last = deepest(go, deep);

@@ -23,7 +23,6 @@ struct SearchPlan {
   // nine plies is through, which can take seconds; shallow searches go before, so that there is a
   // good move at any moment.
   std::vector<Stage> stages;
-  std::string go;                        // the line for the engine, the same for all stages
   std::optional<Milliseconds> patience;  // the move is due after so much time
   std::optional<std::uint64_t> nodes;    // ... or when so many are reported
   std::optional<int> mate;               // ... or a mate in so many moves

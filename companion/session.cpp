@@ -15,8 +15,8 @@ using std::chrono::steady_clock;
 // remembers. A new one is there within milliseconds, so that a move in a hurry does not wait.
 constexpr Milliseconds grace{100}, hurry{1000};
 
-// For the reply to `uci`.
-constexpr Milliseconds patience_at_the_start{10000};
+// For the reply to `uci`, and when the client has already left.
+constexpr Milliseconds patience_at_the_start{10000}, patience_after_quit{2000};
 
 constexpr int deaths_borne = 5;
 
@@ -36,19 +36,36 @@ Session::Session(boost::asio::io_context& io, const std::string& engine, Voices 
 // --- Lines of the client ---
 
 // Words before the command are passed over. All but isready waits until the engine's options are
-// known.
+// known. Behind quit nothing counts.
 void Session::hear(const std::string& line) {
+  if (quits_) return;
   const Words words = words_of(line);
   const auto command = std::ranges::find_if(words, [](const std::string& word) {
     return std::ranges::find(commands, word) != std::end(commands);
   });
   if (command == words.end()) return;
+  quits_ = *command == "quit";
   if (*command == "isready")
     voices_.say("readyok");
   else if (knows_the_engine_)
     obey(*command, {command + 1, words.end()});
   else
-    early_.push_back(line);
+    put_off({command, words.end()});
+}
+
+// Who quits early waits for what was asked for, but not long.
+void Session::put_off(Words words) {
+  early_.push_back(std::move(words));
+  if (!quits_) return;
+  const auto wants_an_answer = [](const Words& w) { return w[0] == "uci" || w[0] == "go"; };
+  if (std::ranges::none_of(early_, wants_an_answer)) {
+    leave();
+    return;
+  }
+  grace_.expires_after(patience_after_quit);
+  grace_.async_wait([this](auto error) {
+    if (!error) leave();
+  });
 }
 
 void Session::obey(const std::string& command, std::span<const std::string> rest) {
@@ -58,7 +75,7 @@ void Session::obey(const std::string& command, std::span<const std::string> rest
   if (command == "go") go(rest);
   if (command == "stop") stop();
   if (command == "ponderhit") ponder_hit();
-  if (command == "ucinewgame") game_ = Game{};
+  if (command == "ucinewgame") new_game();
   if (command == "quit") leave();
 }
 
@@ -93,6 +110,12 @@ void Session::take_position(std::span<const std::string> words) {
   game_ = std::move(read.game);
 }
 
+// The engine's game memory would answer out of the game before.
+void Session::new_game() {
+  game_ = Game{};
+  if (options_.engine_has_button(clear_memory)) buttons_.push_back(clear_memory);
+}
+
 void Session::go(std::span<const std::string> words) {
   stop();
   if (!game_) {
@@ -111,6 +134,8 @@ void Session::go(std::span<const std::string> words) {
     answer_without_moves();
     return;
   }
+  // It stands until the engine has looked at it too: a first line may be of any move.
+  if (const auto choice = plain_choice(s.game.now)) s.best.conclude(*choice);
   if (!s.held) wait_for_the_clock();
   if (engine_ == Engine::abandoned && s.plan.patience.value_or(hurry) < hurry) start();
   if (engine_ == Engine::ready) ask();
@@ -147,12 +172,18 @@ void Session::wait_for_the_clock() {
   });
 }
 
+bool Session::nodes_are_spent() const {
+  const auto& limit = search_->plan.nodes;
+  return limit && !search_->held && search_->nodes_before + search_->nodes >= *limit;
+}
+
 // Does this line end the search, by the limits of the client?
 bool Session::enough(const InfoLine& info) const {
   if (search_->held) return false;
   const SearchPlan& plan = search_->plan;
   const auto& score = info.score;
-  if (plan.nodes && search_->nodes_before + search_->nodes >= *plan.nodes) return true;
+  // The first search is always completed.
+  if (search_->stage > 0 && nodes_are_spent()) return true;
   return plan.mate && score && score->mate && score->value > 0 && score->value <= *plan.mate;
 }
 
@@ -180,8 +211,7 @@ void Session::answer() {
   due_.cancel();
   const Search search = std::move(*search_);
   search_.reset();
-  auto move = search.best.move();
-  if (!move) move = plain_choice(search.game.now);
+  const auto move = search.best.move();
   const auto& line = search.best.line();
   std::string text = "bestmove " + (move ? move->text() : "(none)");
   if (!search.concluded && line) voices_.say(closing_line(search, *line).text());
@@ -279,7 +309,8 @@ void Session::hear_start(const std::string& line) {
   if (line != "uciok") return;
   given_ = options_.defaults();
   if (!std::exchange(knows_the_engine_, true))
-    for (const std::string& early : std::exchange(early_, {})) hear(early);
+    for (const Words& early : std::exchange(early_, {}))
+      obey(early[0], std::span(early).subspan(1));
   engine_is_ready();
 }
 
@@ -300,10 +331,27 @@ void Session::hear_info(const std::string& line) {
   }
   s.nodes = info->nodes.value_or(s.nodes);
   bring_up_to_date(s, *info);
-  s.told_a_line = s.told_a_line || !info->pv.empty();
-  if (s.told_a_line) voices_.say(info->text());
-  s.best.hear(*info);
+  if (running)
+    tell_of_the_move(*info);
+  else
+    tell(*info);
   if (enough(*info)) answer();
+}
+
+void Session::tell(const InfoLine& info) {
+  search_->told_a_line = search_->told_a_line || !info.pv.empty();
+  if (search_->told_a_line) voices_.say(info.text());
+}
+
+// Interfaces take the last line of moves for the engine's opinion. So score and moves of a root
+// move are told when it is the best so far; when it makes another the best, that one's follow.
+void Session::tell_of_the_move(const InfoLine& info) {
+  Search& s = *search_;
+  const bool another = s.best.hear(info);
+  const auto& best = s.best.line();
+  const bool itself = another && best->pv.front() == info.pv.front();
+  tell(itself ? info : info.progress());
+  if (another && !itself) tell(closing_line(s, *best));
 }
 
 void Session::hear_bestmove(const std::string& line) {
@@ -316,7 +364,8 @@ void Session::hear_bestmove(const std::string& line) {
   s.nodes_before += std::exchange(s.nodes, 0);
   const auto& best = s.best.line();
   const bool mates = best && best->score->mate && best->score->value > 0;
-  if (s.from_book || mates || ++s.stage == s.plan.stages.size())
+  ++s.stage;
+  if (s.from_book || mates || nodes_are_spent() || s.stage == s.plan.stages.size())
     conclude();
   else
     ask();

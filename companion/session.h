@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -54,9 +55,11 @@ class Session {
   enum class Engine { starting, ready, thinking, abandoned };
 
   // Lines of the client.
+  void put_off(Words words);
   void obey(const std::string& command, std::span<const std::string> rest);
   void identify();
   void set_option(std::span<const std::string> words);
+  void new_game();
   void take_position(std::span<const std::string> words);
   void go(std::span<const std::string> words);
   void ponder_hit();
@@ -67,6 +70,7 @@ class Session {
   void answer_without_moves();
   void wait_for_the_clock();
   bool waits_for_the_engine() const { return search_ && !search_->concluded; }
+  bool nodes_are_spent() const;
   bool enough(const InfoLine& info) const;
   void conclude();
   void answer();
@@ -80,6 +84,8 @@ class Session {
   void hear_engine(const std::string& line);
   void hear_start(const std::string& line);
   void hear_info(const std::string& line);
+  void tell(const InfoLine& info);
+  void tell_of_the_move(const InfoLine& info);
   void hear_bestmove(const std::string& line);
   void engine_ended();
   void engine_is_ready();
@@ -92,7 +98,8 @@ class Session {
   Options options_;
   std::vector<std::string> names_;  // the engine's id lines
   bool knows_the_engine_ = false;   // its first reply to `uci` is complete
-  std::vector<std::string> early_;  // lines of the client from before that
+  std::vector<Words> early_;        // commands of the client from before that
+  bool quits_ = false;              // the client has said quit
 
   std::optional<Game> game_ = Game{};  // the position held
   std::optional<Search> search_;

@@ -9,12 +9,12 @@ using rules::Position;
 
 class Best : public testing::Test {
  protected:
-  void hear(int depth, const std::string& move, const std::string& score) {
+  bool hear(int depth, const std::string& move, const std::string& score) {
     const auto info =
         companion::read_info("info score " + score + " depth " + std::to_string(depth) +
                                  " currmove " + move + " pv " + move,
                              Position::start());
-    best_.hear(info.value());
+    return best_.hear(info.value());
   }
   std::string move() const { return best_.move() ? best_.move()->text() : "none"; }
 
@@ -82,6 +82,16 @@ TEST_F(Best, ShallowerLinesAreNotHeard) {
   EXPECT_EQ(move(), "e2e4");
 }
 
+TEST_F(Best, TellsWhenItIsAnother) {
+  EXPECT_TRUE(hear(8, "e2e4", "cp 10"));
+  EXPECT_FALSE(hear(8, "g1f3", "cp -50"));
+  EXPECT_FALSE(hear(8, "b1c3", "cp 10"));
+  EXPECT_TRUE(hear(8, "d2d4", "cp 30"));
+  EXPECT_FALSE(hear(10, "c2c4", "cp 20"));
+  EXPECT_TRUE(hear(10, "d2d4", "cp 0"));  // behind c2c4 now
+  EXPECT_EQ(move(), "c2c4");
+}
+
 // The closing line's depth counts extensions, and would hide the next search's lines.
 TEST_F(Best, ClosingLinesAreNotHeard) {
   hear(8, "e2e4", "cp 50");
@@ -102,6 +112,16 @@ TEST_F(Best, TheWordOfTheEngineCounts) {
   EXPECT_EQ(move(), "d2d4");
   hear(6, "e2e4", "cp 25");
   EXPECT_EQ(move(), "e2e4");
+}
+
+TEST_F(Best, AChoiceFromBeforeTheFirstLineStandsUntilItHasOne) {
+  best_.conclude(first_move("g1f3"));
+  EXPECT_FALSE(hear(2, "a2a3", "cp -150"));
+  EXPECT_EQ(move(), "g1f3");
+  EXPECT_TRUE(hear(2, "g1f3", "cp 5"));
+  EXPECT_EQ(move(), "g1f3");
+  EXPECT_TRUE(hear(2, "d2d4", "cp 15"));
+  EXPECT_EQ(move(), "d2d4");
 }
 
 TEST_F(Best, AWordWithoutALineCountsToo) {

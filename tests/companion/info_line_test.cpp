@@ -70,3 +70,9 @@ TEST(InfoLine, FieldsAreReplacedWhereTheyStand) {
   info->put("hashfull", "1");
   EXPECT_EQ(info->text(), "info nodes 5 time 12 pv e2e4");
 }
+
+TEST(InfoLine, ProgressIsTheLineWithoutScoreAndMoves) {
+  const auto info =
+      read_info("info score cp 5 depth 4 currmove e2e4 nodes 7 pv e2e4 e7e5", Position::start());
+  EXPECT_EQ(info->progress().text(), "info depth 4 currmove e2e4 nodes 7");
+}

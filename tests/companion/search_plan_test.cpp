@@ -50,9 +50,18 @@ TEST(SearchPlan, AClockAloneCountsForBoth) {
   EXPECT_EQ(clock_in(plan("wtime 45000", black)), 45000);
 }
 
-TEST(SearchPlan, ByTheClockTheEngineSearchesOnceWithTheClientsSettings) {
+TEST(SearchPlan, ByTheClockTheLastSearchHasTheClientsSettings) {
   for (const char* go : {"wtime 300000 btime 300000", "", "ponder wtime 5000 btime 5000"})
-    EXPECT_EQ(deeps(plan(go)), Deeps{-1}) << go;
+    EXPECT_EQ(deeps(plan(go)).back(), -1) << go;
+}
+
+// By a long clock it would be silent for seconds; by a short one it is through at once.
+TEST(SearchPlan, ALongClockBeginsWithShallowSearches) {
+  for (const char* go : {"wtime 300000 btime 300000", "wtime 60000 btime 60000", "",
+                         "ponder wtime 3600000 btime 3600000"})
+    EXPECT_EQ(deeps(plan(go)), (Deeps{1, 2, 3, -1})) << go;
+  EXPECT_EQ(deeps(plan("wtime 40000 btime 40000")), (Deeps{1, 2, -1}));
+  EXPECT_EQ(deeps(plan("wtime 19999 btime 19999")), Deeps{-1});
 }
 
 TEST(SearchPlan, AnIncrementLengthensTheClock) {
@@ -71,17 +80,17 @@ TEST(SearchPlan, FewMovesToGoLengthenTheClock) {
 // With a second for the move, the engine's way with 40 seconds may be cut short.
 TEST(SearchPlan, ASearchThatMayBeCutShortHasAShallowOneBefore) {
   const SearchPlan p = plan("wtime 1000 btime 1000 movestogo 1");
-  EXPECT_EQ(deeps(p), (Deeps{2, 3, -1}));
+  EXPECT_EQ(deeps(p), (Deeps{1, 2, 3, -1}));
   EXPECT_EQ(p.stages.front().go, "go wtime 300000 btime 300000 winc 0 binc 0");
-  EXPECT_EQ(deeps(plan("wtime 40000 btime 40000")), Deeps{-1});
 }
 
-// Eight digits are the most that the engine tells apart.
+// Eight digits are the most that the engine tells apart; with less than three it looks one ply
+// ahead.
 TEST(SearchPlan, TheClockIsAlwaysANumberThatTheEngineReads) {
   for (const char* go : {"wtime -5 btime 1", "wtime 0 btime 0", "wtime 99999999999 btime 1",
                          "wtime 9999999999 btime 1 winc 9999999999 movestogo 1"}) {
     const long clock = clock_in(plan(go));
-    EXPECT_GE(clock, 1) << go;
+    EXPECT_GE(clock, 100) << go;
     EXPECT_LE(clock, 99999999) << go;
   }
 }
@@ -118,6 +127,15 @@ TEST(SearchPlan, TheLastMoveBeforeTheControlMayTakeNearlyAll) {
   EXPECT_EQ(plan("wtime 1000 btime 1000 movestogo 1").patience, Milliseconds(1000 - 50 - 20));
 }
 
+// A sixth of the clock, as without a control.
+TEST(SearchPlan, NoMovesToGoAreNoControl) {
+  for (const char* moves : {"0", "-1", "-2147483648"}) {
+    const SearchPlan p = plan("wtime 60000 btime 60000 movestogo " + std::string(moves));
+    EXPECT_EQ(p.patience, Milliseconds(10000)) << moves;
+    EXPECT_EQ(clock_in(p), 60000) << moves;
+  }
+}
+
 TEST(SearchPlan, LostTimeIsAnsweredAtOnce) {
   EXPECT_EQ(plan("wtime -20 btime 1000").patience, Milliseconds(1));
   EXPECT_EQ(plan("movetime 0").patience, Milliseconds(1));
@@ -132,18 +150,18 @@ TEST(SearchPlan, WithHardlyAnyTimeTheEngineStillGetsAMoment) {
 TEST(SearchPlan, AMoveTimeIsKeptWithShallowSearchesFirst) {
   const SearchPlan p = plan("movetime 1000");
   EXPECT_EQ(p.patience, Milliseconds(1000 - 50 - 20));
-  EXPECT_EQ(deeps(p), (Deeps{2, 3, 4, 9}));
+  EXPECT_EQ(deeps(p), (Deeps{1, 2, 3, 4, 9}));
 }
 
 TEST(SearchPlan, TheClientsDepthIsTheLast) {
-  EXPECT_EQ(deeps(plan("movetime 1000", white, 3)), (Deeps{2, 3}));
+  EXPECT_EQ(deeps(plan("movetime 1000", white, 3)), (Deeps{1, 2, 3}));
   EXPECT_EQ(deeps(plan("infinite", white, 0)), Deeps{0});
 }
 
 TEST(SearchPlan, InfiniteKnowsNoTime) {
   EXPECT_EQ(plan("infinite").patience, std::nullopt);
   EXPECT_EQ(plan("infinite wtime 1000 btime 1000").patience, std::nullopt);
-  EXPECT_EQ(plan("infinite").stages.size(), 4U);
+  EXPECT_EQ(plan("infinite").stages.size(), 5U);
 }
 
 // Setting k reaches depth 2k, and 0 depth 1.
@@ -160,8 +178,9 @@ TEST(SearchPlan, DepthsBecomeSettingsOfTheEngine) {
   EXPECT_EQ(last(2147483647), 9);
   EXPECT_EQ(last(0), 0);
   EXPECT_EQ(last(-4), 0);
-  EXPECT_EQ(plan("depth 8").stages.size(), 1U);
-  EXPECT_EQ(plan("depth 10").stages.size(), 4U);
+  EXPECT_EQ(deeps(plan("depth 2")), Deeps{1});
+  EXPECT_EQ(deeps(plan("depth 8")), (Deeps{1, 4}));
+  EXPECT_EQ(deeps(plan("depth 10")), (Deeps{1, 2, 3, 4, 5}));
   EXPECT_EQ(plan("depth 19").depth, 19);  // the last setting has no limit of its own
   EXPECT_EQ(plan("depth 4").patience, std::nullopt);
   EXPECT_EQ(plan("depth 4 wtime 1000 btime 1000").patience, plan("wtime 1000").patience);

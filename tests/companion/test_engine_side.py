@@ -7,7 +7,11 @@ import pytest
 
 BLACK_TO_MOVE = "position startpos moves g2g4 d7d5 f1g2"
 WHITE_TO_MOVE = BLACK_TO_MOVE + " c8g4"
-PLAIN_GO = "go wtime 300000 btime 300000 winc 0 binc 0"
+# By such a clock there is one search.
+PLAIN_GO = "go wtime 9000 btime 9000 winc 0 binc 0"
+# Here there is a short one before it.
+TWO_SEARCHES = "go depth 8"
+FIRST_SEARCH = ["move e7e6"]
 
 
 def since_the_start(heard):
@@ -65,19 +69,20 @@ def test_without_the_book_it_is_on_for_the_priming_alone(companion, stand_in):
 
 
 def test_the_clients_settings_hold_again_after_a_go_with_limits(companion, stand_in):
-    uci = companion(stand_in.plan("move e7e6", "move e7e6"))
+    uci = companion(stand_in.plan("move e7e6", "move e7e6", "move e7e6"))
     uci.send("setoption name Deep value 7", BLACK_TO_MOVE, "go depth 5")
     uci.up_to_bestmove()
     uci.send(PLAIN_GO)
     uci.up_to_bestmove()
     heard = since_the_start(stand_in.heard())
-    first, second = heard.index(BLACK_TO_MOVE), heard.index(PLAIN_GO, heard.index(PLAIN_GO) + 1)
+    first, second, third = (i for i, line in enumerate(heard) if line == BLACK_TO_MOVE)
     assert set(heard[:first]) == {
-        "setoption name Deep value 2",
+        "setoption name Deep value 1",
         "setoption name Time control value false",
         "setoption name Memory value false",
     }
-    assert set(heard[first + 2 : second - 1]) == {
+    assert heard[first + 2 : second] == ["setoption name Deep value 2"]
+    assert set(heard[second + 2 : third]) == {
         "setoption name Deep value 7",
         "setoption name Time control value true",
         "setoption name Memory value true",
@@ -85,11 +90,28 @@ def test_the_clients_settings_hold_again_after_a_go_with_limits(companion, stand
 
 
 def test_a_move_time_begins_shallow(companion, stand_in):
-    uci = companion(stand_in.plan("move e7e6", "move e7e5", "move c7c6", "move b8c6"))
+    uci = companion(stand_in.plan(*["move e7e6"] * 4, "move b8c6"))
     uci.send(BLACK_TO_MOVE, "go movetime 5000")
     assert uci.up_to_bestmove()[-1] == "bestmove b8c6"
     deep = [line for line in stand_in.heard() if line.startswith("setoption name Deep")]
-    assert [line[-1] for line in deep] == ["2", "3", "4", "9"]
+    assert [line[-1] for line in deep] == ["1", "2", "3", "4", "9"]
+
+
+def test_the_first_line_of_all_is_not_taken_at_its_word(companion, stand_in):
+    """It gives a bishop for nothing; then the time is up."""
+    bad = "info score cp -300 depth 2 seldepth 2 currmove c8f5 currmovenumber 1 nodes 9 pv c8f5"
+    uci = companion(stand_in.plan("line " + bad, "late 60 e7e6"))
+    uci.send(BLACK_TO_MOVE, "go movetime 500")
+    assert uci.up_to_bestmove()[-1].split()[1] != "c8f5"
+
+
+def test_the_first_search_is_completed_whatever_the_nodes(companion, stand_in):
+    line = "line info score cp -9 depth 2 seldepth 2 currmove {0} currmovenumber 1 nodes 9 pv {0}"
+    uci = companion(stand_in.plan(line.format("a7a6"), line.format("h7h6"), "move e7e6"))
+    uci.send(BLACK_TO_MOVE, "go nodes 1")
+    assert uci.up_to_bestmove()[-1] == "bestmove e7e6"
+    assert uci.is_silent()
+    assert len([line for line in stand_in.heard() if line.startswith("go")]) == 1
 
 
 def test_buttons_are_passed_on_before_the_next_search(companion, stand_in):
@@ -100,6 +122,15 @@ def test_buttons_are_passed_on_before_the_next_search(companion, stand_in):
     uci.up_to_bestmove()
     heard = since_the_start(stand_in.heard())
     assert heard[2:] == ["setoption name Clear memory", BLACK_TO_MOVE, PLAIN_GO]
+
+
+def test_a_new_game_empties_the_game_memory(companion, stand_in):
+    uci = companion(stand_in.plan("move e7e6", "move e7e6"))
+    for _ in range(2):
+        uci.send("ucinewgame", BLACK_TO_MOVE, PLAIN_GO)
+        uci.up_to_bestmove()
+    one_game = ["setoption name Clear memory", BLACK_TO_MOVE, PLAIN_GO]
+    assert since_the_start(stand_in.heard()) == one_game * 2
 
 
 def test_a_late_answer_is_never_passed_on(companion, stand_in):
@@ -135,19 +166,38 @@ def test_the_best_line_so_far_is_played(companion, stand_in):
     line = "line info score cp {} depth 6 seldepth 6 currmove {} currmovenumber 1 nodes 9 time 1 pv {}"
     uci = companion(
         stand_in.plan(
+            *FIRST_SEARCH,
             line.format(10, "e7e6", "e7e6 a2a3"),
             line.format(40, "b8c6", "b8c6 a2a3"),
             line.format(-90, "a7a6", "a7a6 a2a3"),
             "late 60 e7e6",
         )
     )
-    uci.send(BLACK_TO_MOVE, PLAIN_GO)
+    uci.send(BLACK_TO_MOVE, TWO_SEARCHES)
     for _ in range(3):
         uci.line()
     uci.send("stop")
     closing, answer = uci.up_to_bestmove()
     assert closing.endswith(" pv b8c6 a2a3") and "score cp 40 " in closing
     assert answer == "bestmove b8c6"
+
+
+def test_score_and_moves_are_told_of_the_best_line_alone(companion, stand_in):
+    line = "line info score cp {} depth {} currmove {} currmovenumber 1 nodes 9 time 1 pv {} a2a3"
+    told = [(10, 6, "e7e6"), (-90, 6, "a7a6"), (40, 6, "b8c6"), (20, 8, "e7e6"), (-5, 8, "b8c6")]
+    steps = [line.format(score, depth, move, move) for score, depth, move in told]
+    uci = companion(stand_in.plan(*FIRST_SEARCH, *steps, "move e7e6"))
+    uci.send(BLACK_TO_MOVE, TWO_SEARCHES)
+    lines = uci.up_to_bestmove()
+    opinions = [line.split(" score cp ")[1].split()[0] for line in lines if " score " in line]
+    assert opinions == ["10", "40", "20"]
+    assert [line.split(" pv ")[1] for line in lines if " pv " in line] == [
+        "e7e6 a2a3",
+        "b8c6 a2a3",
+        "e7e6 a2a3",
+    ]
+    in_work = [line.split(" currmove ")[1].split()[0] for line in lines if " currmove " in line]
+    assert in_work == [move for _, _, move in told]
 
 
 def test_a_move_that_is_not_legal_is_not_passed_on(companion, stand_in, illegal):

@@ -5,6 +5,7 @@ import pathlib
 import re
 import signal
 import subprocess
+import sys
 import time
 
 import pytest
@@ -126,6 +127,33 @@ def test_both_end_together(uci, patience, end, search):
         uci.process.stdin.close()
     assert uci.ends() == 0
     assert gone(engine, patience)
+
+
+@pytest.fixture
+def mute(tmp_path):
+    """An engine that hears and says nothing."""
+    path = tmp_path / "mute"
+    path.write_text(f"#!{sys.executable}\nimport sys\nfor _ in sys.stdin:\n    pass\n")
+    path.chmod(0o755)
+    return path
+
+
+# The first waits for nothing; the others for answers that might come, but no ten seconds.
+@pytest.mark.parametrize(
+    "text, seconds",
+    [("position startpos\nquit\n", 1.5), ("uci\nquit\n", 5), ("uci\n", 5), ("go infinite\n", 5)],
+)
+def test_quit_does_not_wait_for_a_mute_engine(program, mute, patience, text, seconds):
+    start = time.monotonic()
+    assert run(program, mute, text=text).returncode == 0
+    assert time.monotonic() - start < min(9, seconds * patience)
+
+
+def test_lines_behind_an_early_quit_do_not_count(program):
+    told = run(program, text="uci\nquit\nisready\nuci\nsetoption name Threads value 2\n")
+    assert told.returncode == 0
+    assert told.stdout.count("uciok") == 1
+    assert "readyok" not in told.stdout and "Threads has" not in told.stdout
 
 
 @pytest.mark.parametrize("how", [signal.SIGKILL, signal.SIGTERM])

@@ -7,6 +7,7 @@ import pytest
 QUIET = "position startpos moves e2e4 e7e5 g1f3 d7d6"
 OPEN_GAME = "r1bqkbnr/pppp1ppp/2n5/4p3/2B1P3/5N2/PPPP1PPP/RNBQK2R b KQkq - 3 3"
 MATE_IN_2 = "6k1/5ppp/8/8/8/8/1R6/R3K3 w - - 0 1"
+TINY_CLOCKS = [f"wtime {left} btime {left}" for left in (60, 1, 0, -500)]
 ENDED = [
     ("7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", "cp 0"),
     ("R5k1/5ppp/8/8/8/8/8/4K3 b - - 0 1", "mate 0"),
@@ -183,6 +184,12 @@ def test_the_clock_of_the_side_to_move_counts(uci):
     assert depths == {"2"}
 
 
+@pytest.mark.parametrize("go", ["nodes 1", "movetime 50", *TINY_CLOCKS])
+def test_the_shortest_search_gives_no_man_away(uci, go):
+    """The pawn on e5 is guarded; looking one ply ahead the engine takes it with the knight."""
+    assert move_of(uci.ask(QUIET, "go " + go)) != "f3e5"
+
+
 @pytest.mark.parametrize("depth, told", [(2, 2), (4, 4), (6, 6), (5, 4)])
 def test_depth(uci, depth, told):
     lines = uci.ask(QUIET, f"go depth {depth}")
@@ -294,3 +301,12 @@ def test_a_second_go_ends_the_first(uci):
 def test_a_new_game_forgets_the_position(uci):
     uci.send(QUIET, "ucinewgame", "go wtime 9000 btime 9000")
     assert uci.line() == "bestmove e2e4"
+
+
+def test_a_new_game_is_thought_about_anew(uci):
+    """By a short clock there is one search, which the game memory answers when it is asked again."""
+    go = "go wtime 9000 btime 9000"
+    searched = [len(uci.ask(QUIET, go)) > 2 for _ in range(2)]
+    uci.send("ucinewgame")
+    searched.append(len(uci.ask(QUIET, go)) > 2)
+    assert searched == [True, False, True]
