@@ -15,6 +15,8 @@ std::string passed_on(std::string_view line, const Position& root = Position::st
 
 }  // namespace
 
+using namespace std::string_literals;
+
 TEST(InfoLine, ALineWithLegalMovesIsPassedOnAsItIs) {
   const std::string line =
       "info score cp -31 depth 4 seldepth 4 currmove d2d4 currmovenumber 2 nodes 1230 time 5 "
@@ -27,7 +29,7 @@ TEST(InfoLine, MovesEndAtTheFirstThatIsNotLegal) {
   EXPECT_EQ(passed_on("info score cp 1 depth 2 pv e2e4 e7e5 e4e5 g1f3"),
             "info score cp 1 depth 2 pv e2e4 e7e5");
   EXPECT_EQ(passed_on("info score cp 1 depth 2 pv e2e5 e7e5"), "info score cp 1 depth 2");
-  EXPECT_EQ(passed_on(std::string("info score cp 1 depth 2 pv e2e4 \0\0\0\0 e7e5", 43)),
+  EXPECT_EQ(passed_on("info score cp 1 depth 2 pv e2e4 \0\0\0\0 e7e5"s),
             "info score cp 1 depth 2 pv e2e4");
 }
 
