@@ -54,6 +54,18 @@ inline Estendido densidade(const Figuras& f) {
   return static_cast<Estendido>(f.pawns + 1) / ((f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1));
 }
 
+// True when the enemy's pieces are so few that a king counts as a fighting man.
+template <Cor cor>
+bool rei_ativo() {
+  return material_maior<outra(cor)>() <= 90;
+}
+
+// The king's square as the last legality test left it.
+template <Cor cor>
+std::size_t casa_do_rei() {
+  return casa(rei_x<cor>(), rei_y<cor>());
+}
+
 // The scan of one board. `raiz` is the root side: its men's proximity to the enemy king is scaled
 // by agresprxrei. `ataca` is the side whose attacks on greater values count as gains. King squares
 // other than a scanned king's own are the slots p_x_Rb and its kin, as they were left.
@@ -91,12 +103,6 @@ class Varre {
   template <Cor cor>
   static double escala() {
     return cor == raiz ? static_cast<double>(agresprxrei) : 1.0;
-  }
-
-  // True when the enemy's pieces are so few that a king counts as a fighting man.
-  template <Cor cor>
-  static bool rei_ativo() {
-    return material_maior<outra(cor)>() <= 90;
   }
 
   template <Cor cor>

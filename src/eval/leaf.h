@@ -19,12 +19,12 @@ float com_logaritmo(float raiz, float outro);  // + MQ x ln(raiz / outro), whate
 template <Cor raiz, Cor ataca>
 void extra_eval();
 
-// Where that correction lies. From an estimate, far cheaper than the correction itself.
 struct Faixa {
   float de, ate;
 };
-// The same for a leaf of which no more may be asked. Writes EMPAT, and ddep as extra_eval does; a
-// draw by lack of material, which has no correction, gives everything.
+// Bounds of that correction, score units, from an estimate far cheaper than the correction itself.
+// Writes EMPAT, and ddep as extra_eval does; not extraeval. A draw by lack of material has no
+// correction: the bounds are then infinite.
 template <Cor raiz, Cor ataca>
 Faixa faixa_do_extra();
 

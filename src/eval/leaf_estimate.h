@@ -181,14 +181,6 @@ class Estimativa {
     return cor == Cor::b ? brancas_ : pretas_;
   }
   template <Cor cor>
-  static std::size_t casa_do_rei() {
-    return casa(rei_x<cor>(), rei_y<cor>());
-  }
-  template <Cor cor>
-  static bool rei_ativo() {
-    return material_maior<outra(cor)>() <= 90;
-  }
-  template <Cor cor>
   static double escala() {
     return cor == raiz ? static_cast<double>(agresprxrei) : 1.0;
   }

@@ -154,10 +154,6 @@ class Varre<Varredura::folha, raiz, ataca> {
     return cor == Cor::b ? branco_ : preto_;
   }
   template <Cor cor>
-  std::size_t casa_do_rei() const {
-    return casa(rei_x<cor>(), rei_y<cor>());
-  }
-  template <Cor cor>
   int ao_rei(int s) const {
     return divisor(coluna_de(s), fila_de(s), rei_x<cor>(), rei_y<cor>());
   }
@@ -197,10 +193,6 @@ class Varre<Varredura::folha, raiz, ataca> {
   std::array<std::int16_t, maximo_de_peoes> estruturas_;
   std::size_t peao_ = 0;  // pawns met so far
   bool estruturas_prontas_ = false;
-  template <Cor cor>
-  static bool rei_ativo() {
-    return material_maior<outra(cor)>() <= 90;
-  }
 };
 
 template <Cor raiz, Cor ataca>

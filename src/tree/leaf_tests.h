@@ -71,8 +71,8 @@ void avalia_folha(int x2, int y2) {
     if (!folhas_exatas && longe_do_mate(v)) {
       const Faixa f = faixa_do_extra<raiz, outra(cor)>();
       const float no_minimo = v + f.de, no_maximo = v + f.ate;
-      const bool abaixo = !EMPAT && nao_chega<N>(no_maximo);
-      if (abaixo || (!EMPAT && passa<N>(no_minimo))) {
+      const bool abaixo = nao_chega<N>(no_maximo);
+      if (abaixo || passa<N>(no_minimo)) {
         v = abaixo ? no_maximo : no_minimo;
         return;
       }
