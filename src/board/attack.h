@@ -15,14 +15,19 @@ bool atacada(const Tabuleiro& t, int x, int y);
 template <Cor cor>
 bool atacada(const Homens& h, int s);
 
+// All squares that men of `cor` attack, whatever stands there.
+template <Cor cor>
+Bits atacadas_por(const Homens& h);
+
 // The test at every square of t that holds the king of `cor`; f(x, y) is called on each such square
 // first. A board without that king gives false.
 template <Cor cor, class F>
 bool rei_atacado(const Tabuleiro& t, F f) {
+  const Homens h(t);
   bool atacado = false;
-  cada_casa(onde(t, Lado<cor>::rei), [&](int s) {
+  cada_casa(h.de<cor>(Peca::rei), [&](int s) {
     f(coluna_de(s), fila_de(s));
-    if (atacada<cor>(t, coluna_de(s), fila_de(s))) atacado = true;
+    if (atacada<cor>(h, s)) atacado = true;
     return false;
   });
   return atacado;
@@ -85,6 +90,8 @@ extern template bool atacada<Cor::b>(const Tabuleiro&, int, int);
 extern template bool atacada<Cor::p>(const Tabuleiro&, int, int);
 extern template bool atacada<Cor::b>(const Homens&, int);
 extern template bool atacada<Cor::p>(const Homens&, int);
+extern template Bits atacadas_por<Cor::b>(const Homens&);
+extern template Bits atacadas_por<Cor::p>(const Homens&);
 extern template void verifica_rei<Cor::b>();
 extern template void verifica_rei<Cor::p>();
 extern template void verifica_xeque<Cor::b>();

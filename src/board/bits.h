@@ -41,6 +41,13 @@ constexpr bool cada_casa(Bits b, F f) {
   return false;
 }
 
+// A set of squares, each moved one rank forward; what leaves the board is gone.
+template <Cor cor>
+constexpr Bits um_adiante(Bits b) {
+  constexpr Bits primeira_fila = 0x0101010101010101;
+  return cor == Cor::b ? (b & ~(primeira_fila << 7)) << 1 : (b & ~primeira_fila) >> 1;
+}
+
 // Number of squares. Without the processor's instruction, which not every x86-64 has.
 constexpr int quantas(Bits b) {
   constexpr Bits um = 0x5555555555555555, dois = 0x3333333333333333, quatro = 0x0f0f0f0f0f0f0f0f;
@@ -93,20 +100,19 @@ inline Bits negativas(const Tabuleiro& t) {
   return b;
 }
 
+// Binary digits of the men's values by square, and their colour.
+struct Digitos {
+  Bits ocupadas, pretas, de64, de32, de16, de1;
+};
+Digitos digitos_de(const Tabuleiro& t);
+
 // Where the men of a board stand, by colour and kind.
 struct Homens {
-  std::array<std::array<Bits, 6>, 2> conjuntos;  // by Cor and Peca
+  std::array<std::array<Bits, 6>, 2> conjuntos{};  // by Cor and Peca
   Bits ocupadas;
 
-  explicit Homens(const Tabuleiro& t) { acha_todos(t); }
-  // With the sets of one colour only; the others are not to be read.
-  template <Cor cor>
-  static Homens so_de(const Tabuleiro& t) {
-    Homens h;
-    h.acha<cor>(t);
-    h.ocupadas = korvu::ocupadas(t);
-    return h;
-  }
+  explicit Homens(const Tabuleiro& t) : Homens(digitos_de(t)) {}
+  explicit constexpr Homens(const Digitos& d);
 
   template <Cor cor>
   Bits de(Peca p) const {
@@ -118,30 +124,25 @@ struct Homens {
     const Bits b = de<cor>(p);
     return b != 0 && (b & (b - 1)) == 0 ? primeira_de(b) : -1;
   }
-
- private:
-  Homens() = default;
-#ifdef __SSE2__
-  void acha_todos(const Tabuleiro& t);
-#else
-  void acha_todos(const Tabuleiro& t) {
-    acha<Cor::b>(t);
-    acha<Cor::p>(t);
-    ocupadas = korvu::ocupadas(t);
-  }
-#endif
-  template <Cor cor>
-  void acha(const Tabuleiro& t) {
-    for (const Peca p : todas_as_pecas)
-      conjuntos[static_cast<std::size_t>(cor)][static_cast<std::size_t>(p)] =
-          onde(t, codigo_de(p, cor));
-  }
 };
 
-#ifdef __SSE2__
 // Four binary digits tell the values of the men apart: 10, 32, 33, 50, 90, 110 are 0001010,
 // 0100000, 0100001, 0110010, 1011010 and 1101110.
-inline void Homens::acha_todos(const Tabuleiro& t) {
+constexpr Homens::Homens(const Digitos& d) : ocupadas(d.ocupadas) {
+  const auto reparte = [&](Peca p, Bits b) {
+    conjuntos[0][static_cast<std::size_t>(p)] = b & ~d.pretas;
+    conjuntos[1][static_cast<std::size_t>(p)] = b & d.pretas;
+  };
+  reparte(Peca::peao, ocupadas & ~(d.de64 | d.de32));
+  reparte(Peca::cavalo, d.de32 & ~(d.de64 | d.de16 | d.de1));
+  reparte(Peca::bispo, d.de1);
+  reparte(Peca::torre, d.de32 & d.de16);
+  reparte(Peca::dama, d.de64 & d.de16);
+  reparte(Peca::rei, d.de64 & d.de32);
+}
+
+#ifdef __SSE2__
+inline Digitos digitos_de(const Tabuleiro& t) {
   const __m128i zero = _mm_setzero_si128();
   Bits vazias = 0, pretas = 0, de64 = 0, de32 = 0, de16 = 0, de1 = 0;
   for (std::size_t i = 0; i < 64; i += 16) {
@@ -158,17 +159,23 @@ inline void Homens::acha_todos(const Tabuleiro& t) {
     nota(de16, _mm_slli_epi16(valores, 3));
     nota(de1, _mm_slli_epi16(valores, 7));
   }
-  ocupadas = ~vazias;
-  const auto reparte = [&](Peca p, Bits b) {
-    conjuntos[0][static_cast<std::size_t>(p)] = b & ~pretas;
-    conjuntos[1][static_cast<std::size_t>(p)] = b & pretas;
-  };
-  reparte(Peca::peao, ocupadas & ~(de64 | de32));
-  reparte(Peca::cavalo, de32 & ~(de64 | de16 | de1));
-  reparte(Peca::bispo, de1);
-  reparte(Peca::torre, de32 & de16);
-  reparte(Peca::dama, de64 & de16);
-  reparte(Peca::rei, de64 & de32);
+  return {~vazias, pretas, de64, de32, de16, de1};
+}
+#else
+inline Digitos digitos_de(const Tabuleiro& t) {
+  Digitos d{};
+  for (std::size_t s = 0; s < 64; ++s) {
+    const bool preta = (t[s] & 0x80) != 0;
+    const unsigned valor = preta ? 0x100U - t[s] : t[s];
+    const auto nota = [s](Bits& b, bool sim) { b |= static_cast<Bits>(sim) << s; };
+    nota(d.ocupadas, valor != 0);
+    nota(d.pretas, preta);
+    nota(d.de64, (valor & 64) != 0);
+    nota(d.de32, (valor & 32) != 0);
+    nota(d.de16, (valor & 16) != 0);
+    nota(d.de1, (valor & 1) != 0);
+  }
+  return d;
 }
 #endif
 
@@ -288,5 +295,11 @@ inline constexpr std::array<std::array<std::int8_t, 64>, 64> direcao_entre = [] 
         t[s][raios[d][s].lista[k]] = static_cast<std::int8_t>(d);
   return t;
 }();
+
+// The squares between two in line with each other; none between others.
+inline Bits entre(int s, int de) {
+  const int d = direcao_entre[static_cast<std::size_t>(s)][static_cast<std::size_t>(de)];
+  return d < 0 ? 0 : raio(d, s).casas & ~raio(d, de).casas & ~bit(de);
+}
 
 }  // namespace korvu

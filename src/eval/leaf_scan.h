@@ -378,13 +378,6 @@ void Varre<Varredura::folha, raiz, ataca>::estrutura(int s) {
                          [&pos](int termo) { pos += static_cast<float>(termo); });
 }
 
-// A set of squares, each moved one rank forward; what leaves the board is gone.
-template <Cor cor>
-constexpr Bits um_adiante(Bits b) {
-  constexpr Bits primeira_fila = 0x0101010101010101;
-  return cor == Cor::b ? (b & ~(primeira_fila << 7)) << 1 : (b & ~primeira_fila) >> 1;
-}
-
 template <Cor raiz, Cor ataca>
 template <Cor cor>
 void Varre<Varredura::folha, raiz, ataca>::conta_peoes() {

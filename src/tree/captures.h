@@ -23,13 +23,20 @@ Bits pretendentes(const NoAberto<N, cor>& no, int s) {
 
 // gerador_b_deepN and, with L = geradortest, geradortest_b_deepN: every capture by `cor` of the
 // enemy man on (x, y), found from the target outward. Diagonals on which a pawn takes come first.
+// geradortest tries the stored capture alone, whose victim stands on (x, y).
 template <Laco L = Laco::gerador, int N, Cor cor>
 void gerador(const NoAberto<N, cor>& no, int x, int y) {
-  static_assert(de_capturas(L));
+  static_assert(de_capturas(L) && N > 1);
   const int s = static_cast<int>(casa(x, y));
   const Bits homens = pretendentes(no, s);
   if (homens == 0) return;
   const auto toma = [&](int de) { return tenta<L>(no, coluna_de(de), fila_de(de), x, y); };
+  if constexpr (so_o_guardado(L)) {
+    const Lance& g = lance_guardado<N, L>();
+    const int de = static_cast<int>(casa(g.cc, g.dd));
+    if ((bit(de) & homens) != 0 && (entre(s, de) & no.homens.ocupadas) == 0) toma(de);
+    return;
+  }
   const auto do_raio = [&]<int d>() {
     if ((raio(d, s).casas & homens) == 0) return false;
     const int de = fim_do_raio<d>(no.homens.ocupadas, s);

@@ -72,8 +72,9 @@ void fases() {
                    [&](int x, int y) { analisepositive_peao(no, x, y); }))
       return;
   }
+  const Bits atacadas = atacadas_por<cor>(no.homens);
   for (const Peca vitima : {Peca::dama, Peca::torre, Peca::cavalo, Peca::bispo, Peca::peao})
-    if (em_cada<N>(no.homens.template de<outra(cor)>(vitima),
+    if (em_cada<N>(no.homens.template de<outra(cor)>(vitima) & atacadas,
                    [&](int x, int y) { gerador(no, x, y); }))
       return;
   fase_do_lance_guardado(no);

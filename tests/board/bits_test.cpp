@@ -137,8 +137,6 @@ TEST(Bits, OfMenAreThoseOfTheirColourAndKind) {
     const Homens both(t);
     expect_men<Cor::b>(both, t);
     expect_men<Cor::p>(both, t);
-    expect_men<Cor::b>(Homens::so_de<Cor::b>(t), t);
-    expect_men<Cor::p>(Homens::so_de<Cor::p>(t), t);
     alone += both.unico<Cor::b>(Peca::rei) >= 0;
     if (HasFatalFailure()) FAIL() << "at board " << k;
   }
@@ -282,6 +280,18 @@ TEST(Leaps, KnowTheDirectionBetweenTwoSquares) {
   EXPECT_EQ(in_line, 64 * 14 + 560) << "a rook reaches 14 squares anywhere, bishops 560 in all";
 }
 
+TEST(Rays, HoldTheSquaresBetweenTwoInLine) {
+  for (int from = 0; from < 64; ++from)
+    for (int to = 0; to < 64; ++to) {
+      const int dx = to / 8 - from / 8, dy = to % 8 - from % 8;
+      Bits should = 0;
+      if (dx == 0 || dy == 0 || std::abs(dx) == std::abs(dy))
+        for (int k = 1; k < std::max(std::abs(dx), std::abs(dy)); ++k)
+          should |= bit(static_cast<int>(casa(from / 8 + k * sign(dx), from % 8 + k * sign(dy))));
+      ASSERT_EQ(entre(from, to), should) << from << ' ' << to;
+    }
+}
+
 // --- Attack ---
 
 TEST(AttackBySets, IsThatOfWalksOnEverySquareOfOddBoards) {
@@ -290,6 +300,7 @@ TEST(AttackBySets, IsThatOfWalksOnEverySquareOfOddBoards) {
   for (int k = 0; k < 6000; ++k) {
     const Tabuleiro t = strewn(dice, 1 + k % 24);
     const Homens men(t);
+    const Bits all_by_white = atacadas_por<Cor::b>(men), all_by_black = atacadas_por<Cor::p>(men);
     for (int s = 0; s < 64; ++s) {
       const bool by_white = plain_attack::attacked(t, s / 8, s % 8, +1);
       const bool by_black = plain_attack::attacked(t, s / 8, s % 8, -1);
@@ -297,6 +308,8 @@ TEST(AttackBySets, IsThatOfWalksOnEverySquareOfOddBoards) {
       ASSERT_EQ(atacada<Cor::p>(t, s / 8, s % 8), by_white) << "board " << k << " square " << s;
       ASSERT_EQ(atacada<Cor::b>(men, s), by_black) << "board " << k << " square " << s;
       ASSERT_EQ(atacada<Cor::p>(men, s), by_white) << "board " << k << " square " << s;
+      ASSERT_EQ((all_by_black & bit(s)) != 0, by_black) << "board " << k << " square " << s;
+      ASSERT_EQ((all_by_white & bit(s)) != 0, by_white) << "board " << k << " square " << s;
       attacked += by_white + by_black;
       squares += 2;
     }

@@ -122,6 +122,20 @@ TEST(StoredMoves, TheTestMembersTryNothingThatTheWalkDoesNotMeet) {
   });
 }
 
+TEST(StoredMoves, ACaptureFromAfarIsTriedWhileNothingStandsBetween) {
+  each_node<4, 22, 2>([]<int N, Cor cor>() {
+    SCOPED_TRACE(at<cor>(N));
+    prepare<N, cor>("4k3/8/8/8/3p4/8/8/3RK3 w - - 0 1", true);
+    guardado_g[N] = move_of<cor>("d4d1");
+    run<cor>(LOOP(N, geradortest), "d4");
+    EXPECT_EQ(nodes, 1U);
+    prepare<N, cor>("4k3/8/8/8/3p4/8/3N4/3RK3 w - - 0 1", true);
+    guardado_g[N] = move_of<cor>("d4d1");
+    run<cor>(LOOP(N, geradortest), "d4");
+    EXPECT_EQ(nodes, 0U);
+  });
+}
+
 TEST(StoredMoves, PromotionsOfTheirOwnLoopAreNotStored) {
   each_node<7, 23, 2>([]<int N, Cor cor>() {
     SCOPED_TRACE(at<cor>(N));
