@@ -10,6 +10,7 @@
 #include "eval/leaf_scan.h"
 #include "eval/quick_log.h"
 #include "eval/quotients.h"
+#include "eval/wide_reach.h"
 
 namespace korvu {
 namespace {
@@ -40,17 +41,25 @@ Estendido soma_exata(const Figuras& r, const Figuras& o) {
   return total;
 }
 
+// [n]: 1 / n, for numbers of men and squares.
+constexpr std::array<double, 66> inverso_de = [] {
+  std::array<double, 66> t{};
+  for (std::size_t n = 1; n < t.size(); ++n) t[n] = 1.0 / static_cast<double>(n);
+  return t;
+}();
+
 double avanco_rapido(const Figuras& f) {
-  return (f.advance + 0.1) / (f.officers + f.pawns + 1);
+  return (f.advance + 0.1) * inverso_de[static_cast<std::size_t>(f.officers + f.pawns + 1)];
 }
 double densidade_rapida(const Figuras& f) {
-  return static_cast<double>(f.pawns + 1) / ((f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1));
+  const int casas = (f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1);
+  return (f.pawns + 1) * inverso_de[static_cast<std::size_t>(casas)];
 }
 
-// The same sum without extraevalll, to within margem_da_soma; no number where a quotient has no
-// logarithm. The two quotients of the kings share theirs.
-template <Cor raiz>
-double soma_rapida(const Figuras& r, const Figuras& o) {
+// The same sum without extraevalll; no number where a quotient has no logarithm. The two quotients
+// of the kings share theirs. With std::log as `ln` it is right to within margem_da_soma.
+template <Cor raiz, class F>
+double soma_rapida(const Figuras& r, const Figuras& o, F ln) {
   const double base_r = static_cast<double>(r.pos) + r.cen + 10.1;
   const double base_o = static_cast<double>(o.pos) + o.cen + 10.1;
   if (!(base_r > 0 && base_o > 0)) return std::numeric_limits<double>::quiet_NaN();
@@ -63,10 +72,15 @@ double soma_rapida(const Figuras& r, const Figuras& o) {
   const double peso_da_raiz = shashinn;
   total += peso_da_raiz * 0.01 * (ln_inteiro(r.att + 3) - ln_inteiro(r.def + 3));
   total += peso_da_raiz * 0.001 * (ln_inteiro(o.att + 3) - ln_inteiro(o.def + 3));
-  total += 5 * std::log(reis);
+  total += 5 * ln(reis);
   total += static_cast<double>(MOB) * (ln_inteiro(r.mob + 3) - ln_inteiro(o.mob + 3));
-  total += static_cast<double>(PM) * std::log(base_r / base_o);
+  total += static_cast<double>(PM) * ln(base_r / base_o);
   return total;
+}
+
+template <Cor raiz, class F>
+double soma_dos_lados(const Figuras& b, const Figuras& p, F ln) {
+  return raiz == Cor::b ? soma_rapida<raiz>(b, p, ln) : soma_rapida<raiz>(p, b, ln);
 }
 
 float com_logaritmo_exato(float raiz, float outro) {
@@ -84,24 +98,51 @@ float com_logaritmo_novo(float raiz, float outro) {
 }
 
 template <Cor raiz, Cor ataca>
-ResumoDaFolha resume() {
+[[gnu::noinline]] ResumoDaFolha resume() {
   const Varre<Varredura::folha, raiz, ataca> v(tab2);
   const Figuras& b = v.template de<Cor::b>();
   const Figuras& p = v.template de<Cor::p>();
-  const double soma = raiz == Cor::b ? soma_rapida<raiz>(b, p) : soma_rapida<raiz>(p, b);
+  const double soma = soma_dos_lados<raiz>(b, p, [](double x) { return std::log(x); });
   return {soma, {b.kattack, b.kdefend, b.cen}, {p.kattack, p.kdefend, p.cen}, falta_material(b, p)};
 }
 
 // The same from an estimate, or from the scan where the estimate knows nothing.
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo>
 ResumoDaFolha estima() {
-  const Estimativa<raiz, ataca> e(tab2);
+  const Estimativa<raiz, ataca, Modo> e(tab2);
   const Figuras& b = e.template de<Cor::b>();
   const Figuras& p = e.template de<Cor::p>();
   if (!e.certa() || !tem_peso_certo(b) || !tem_peso_certo(p)) return resume<raiz, ataca>();
-  const double soma = raiz == Cor::b ? soma_rapida<raiz>(b, p) : soma_rapida<raiz>(p, b);
+  const double soma = soma_dos_lados<raiz>(b, p, ln_aproximado);
   return {soma, {}, {}, falta_material(b, p), true};
 }
+
+// The same, made for the processor at hand: by the compiler for one with AVX2, by hand for one with
+// wide registers. Everything that the estimate calls is made part of it.
+#ifdef KORVU_WIDE_REGISTERS
+template <Cor raiz, Cor ataca>
+[[gnu::flatten]] ResumoDaFolha estima_em_qualquer() {
+  return estima<raiz, ataca, Estreito>();
+}
+template <Cor raiz, Cor ataca>
+[[gnu::flatten, gnu::target("avx2,bmi,bmi2,popcnt")]] ResumoDaFolha estima_com_avx2() {
+  return estima<raiz, ataca, Estreito>();
+}
+template <Cor raiz, Cor ataca>
+[[gnu::flatten]] KORVU_WIDE ResumoDaFolha estima_larga() {
+  return estima<raiz, ataca, Largo>();
+}
+template <Cor raiz, Cor ataca>
+ResumoDaFolha (*const estimador)() = [] {
+  if (tem_registros_largos()) return estima_larga<raiz, ataca>;
+  const bool avx2 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
+                    __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
+  return avx2 ? estima_com_avx2<raiz, ataca> : estima_em_qualquer<raiz, ataca>;
+}();
+#else
+template <Cor raiz, Cor ataca>
+constexpr ResumoDaFolha (*estimador)() = estima<raiz, ataca, Estreito>;
+#endif
 
 // Where the fast sum cannot tell the float.
 template <Cor raiz, Cor ataca>
@@ -159,7 +200,8 @@ void extra_eval() {
 
 template <Cor raiz, Cor ataca>
 Faixa faixa_do_extra() {
-  const ResumoDaFolha& v = estimativa_de(tab2, chave_da_folha<raiz, ataca>(), estima<raiz, ataca>);
+  const ResumoDaFolha& v =
+      estimativa_de(tab2, chave_da_folha<raiz, ataca>(), estimador<raiz, ataca>);
   if (raiz == ataca) ddep = std::max(ddep, deep);
   EMPAT = v.falta_material;
   constexpr float tudo = std::numeric_limits<float>::infinity();

@@ -5,69 +5,10 @@
 #pragma once
 
 #include "eval/leaf_scan.h"
-#include "eval/set_pair.h"
-#include "eval/weighing.h"
+#include "eval/pawn_sums.h"
+#include "eval/reach.h"
 
 namespace korvu {
-
-// The sets a leaf is estimated from, by colour. `mirado` turns Black's ranks around, so that both
-// sides' pawns walk to higher ranks.
-inline Bits filas_ao_contrario(Bits b) {
-  b = (b >> 1 & 0x5555555555555555) | (b & 0x5555555555555555) << 1;
-  b = (b >> 2 & 0x3333333333333333) | (b & 0x3333333333333333) << 2;
-  return (b >> 4 & 0x0f0f0f0f0f0f0f0f) | (b & 0x0f0f0f0f0f0f0f0f) << 4;
-}
-inline Par mirado(Bits branco, Bits preto) {
-  return {branco, filas_ao_contrario(preto)};
-}
-
-constexpr Bits na_fila(int r) {
-  return Bits{0x0101010101010101} << r;
-}
-
-// One step along direction d, all squares of a set at once. What would wrap around is dropped.
-template <int d>
-Par passo_de(Par a) {
-  constexpr Passo p = direcoes[static_cast<std::size_t>(d)];
-  if constexpr (p.dy > 0) a = a.sem(nos_dois(na_fila(7)));
-  if constexpr (p.dy < 0) a = a.sem(nos_dois(na_fila(0)));
-  return a.adiante<8 * p.dx + p.dy>();
-}
-
-// The same for a leap.
-template <int i>
-Par salto_de(Par a) {
-  constexpr Passo p = saltos_do_cavalo[static_cast<std::size_t>(i)];
-  constexpr Bits alem = p.dy > 0 ? (p.dy == 2 ? na_fila(6) | na_fila(7) : na_fila(7))
-                                 : (p.dy == -2 ? na_fila(0) | na_fila(1) : na_fila(0));
-  return a.sem(nos_dois(alem)).adiante<8 * p.dx + p.dy>();
-}
-
-// Empty squares by runs of 1, 2 and 4 in direction d, for the walks of all men in that direction.
-template <int d>
-class Caminho {
- public:
-  explicit Caminho(Par vazias) {
-    constexpr Passo p = direcoes[static_cast<std::size_t>(d)];
-    um_ = vazias;
-    if constexpr (p.dy > 0) um_ = um_.sem(nos_dois(na_fila(0)));
-    if constexpr (p.dy < 0) um_ = um_.sem(nos_dois(na_fila(7)));
-    dois_ = um_ & um_.adiante<passo>();
-    quatro_ = dois_ & dois_.adiante<2 * passo>();
-  }
-  // The squares that the men reach: empty ones and the first man met.
-  Par de(Par homens) const {
-    homens = homens | (um_ & homens.adiante<passo>());
-    homens = homens | (dois_ & homens.adiante<2 * passo>());
-    homens = homens | (quatro_ & homens.adiante<4 * passo>());
-    return passo_de<d>(homens);
-  }
-
- private:
-  static constexpr int passo =
-      8 * direcoes[static_cast<std::size_t>(d)].dx + direcoes[static_cast<std::size_t>(d)].dy;
-  Par um_, dois_, quatro_;
-};
 
 // What the terms of a man's place are worth, in order of the men left at the root: many, fewer than
 // 15, fewer than 11.
@@ -127,9 +68,6 @@ inline constexpr std::array<Lugares, 3> lugares_por_epoca = [] {
   return t;
 }();
 
-// The squares reached by direction, of one kind of man.
-using Alcances = std::array<Par, 8>;
-
 // How far the correction may be from that of the scan, score units. A weight in fixed point is off
 // by 2^-16 of a king's and 2^-11 of the centre's, against 0.01 and 1.8 at the least; an addition of
 // the scan rounds by 2^-24 of its sum, and there are about a thousand at most. A king's sum is then
@@ -145,17 +83,16 @@ inline bool tem_peso_certo(const Figuras& f) {
   return f.pos + f.cen >= 50 && 2 * f.pos > -f.cen;
 }
 
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo = Estreito>
 class Estimativa {
  public:
-  explicit Estimativa(const Tabuleiro& t) : t_(t), h_(t) {
+  explicit Estimativa(const Tabuleiro& t) : t_(t), h_(Modo::homens(t)) {
     if (!conhecida()) return;
-    Planos planos = oficiais();
-    peoes(planos);
-    estrutura();
+    typename Modo::Conta conta = oficiais();
+    peoes(conta);
     const std::array<Pesagem, 2> pesagens =
-        pesa(planos, {brancas_, pretas_}, {pretas_, brancas_}, pesos_do_rei[casa_do_rei<Cor::b>()],
-             pesos_do_rei[casa_do_rei<Cor::p>()]);
+        Modo::pesa(conta, {brancas_, pretas_}, {pretas_, brancas_}, casa_do_rei<Cor::b>(),
+                   casa_do_rei<Cor::p>());
     fecha<Cor::b>(pesagens[0]);
     fecha<Cor::p>(pesagens[1]);
     certa_ = true;
@@ -196,12 +133,11 @@ class Estimativa {
            (todos & (na_fila(0) | na_fila(7))) == 0;
   }
 
-  Planos oficiais();
+  typename Modo::Conta oficiais();
   template <Cor cor, Peca p, std::size_t de, std::size_t ate>
-  void ganhos(const Alcances& a);
+  void ganhos(const PorDirecao& a);
   Par reis_ativos() const;
-  void peoes(Planos& planos);
-  void estrutura();
+  void peoes(typename Modo::Conta& conta);
   template <Cor cor>
   void fecha(const Pesagem& w);
   template <Cor cor>
@@ -220,46 +156,40 @@ class Estimativa {
 };
 
 // The reach of officers and of kings that fight.
-template <Cor raiz, Cor ataca>
-Planos Estimativa<raiz, ataca>::oficiais() {
-  const Par vazias = nos_dois(~h_.ocupadas);
-  const Par de_torre = ambos(Peca::torre), de_bispo = ambos(Peca::bispo),
-            de_dama = ambos(Peca::dama), de_cavalo = ambos(Peca::cavalo);
-  const Par pesadas = de_torre | de_dama;
-  Alcances linhas, damas, cavalos;  // linhas: rooks, then bishops
+template <Cor raiz, Cor ataca, class Modo>
+typename Modo::Conta Estimativa<raiz, ataca, Modo>::oficiais() {
+  const Oficiais o{ambos(Peca::torre), ambos(Peca::bispo), ambos(Peca::dama), ambos(Peca::cavalo)};
+  const Alcances a = Modo::alcances(o, nos_dois(~h_.ocupadas));
+  const auto& [linhas, damas, cavalos] = a;
   std::array<Par, 16> todos;
-  cada_direcao<0, 7>([&]<int d>() {
-    const Caminho<d> caminho(vazias);
-    linhas[d] = caminho.de(d < primeira_diagonal ? de_torre : de_bispo);
-    damas[d] = caminho.de(de_dama);
-    cavalos[d] = salto_de<d>(de_cavalo);
+  for (std::size_t d = 0; d < 8; ++d) {
     todos[2 * d] = linhas[d] | damas[d];
     todos[2 * d + 1] = cavalos[d];
-    return false;
-  });
+  }
+  const Par pesadas = o.torres | o.damas;
   // Squares that one queen reaches are reached once; with more queens directions count apart.
   const auto tem_varias = [](Bits b) { return (b & (b - 1)) != 0; };
   Par da_dama =
       damas[0] | damas[1] | damas[2] | damas[3] | damas[4] | damas[5] | damas[6] | damas[7];
   if (tem_varias(h_.de<Cor::b>(Peca::dama)) || tem_varias(h_.de<Cor::p>(Peca::dama)))
-    da_dama =
-        quantas_em(damas[0] & pesadas, damas[1] & pesadas, damas[2] & pesadas, damas[3] & pesadas,
-                   damas[4] & pesadas, damas[5] & pesadas, damas[6] & pesadas, damas[7] & pesadas);
+    da_dama = Modo::quantas(damas[0] & pesadas, damas[1] & pesadas, damas[2] & pesadas,
+                            damas[3] & pesadas, damas[4] & pesadas, damas[5] & pesadas,
+                            damas[6] & pesadas, damas[7] & pesadas);
   else
-    da_dama = quantas_em(da_dama & pesadas);
-  const Par apoios = quantas_em(linhas[0] & pesadas, linhas[1] & pesadas).vezes(3) +
-                     quantas_em(linhas[2] & pesadas, linhas[3] & pesadas).vezes(5) + da_dama;
+    da_dama = Modo::quantas(da_dama & pesadas);
+  const Par apoios = Modo::quantas(linhas[0] & pesadas, linhas[1] & pesadas).vezes(3) +
+                     Modo::quantas(linhas[2] & pesadas, linhas[3] & pesadas).vezes(5) + da_dama;
   por_lado(apoios, [](Figuras& f, int n) { f.pos = static_cast<float>(n); });
   ganhos<ataca, Peca::cavalo, 0, 8>(cavalos);
   ganhos<ataca, Peca::bispo, primeira_diagonal, 8>(linhas);
   ganhos<ataca, Peca::torre, primeira_reta, primeira_diagonal>(linhas);
-  Planos planos(todos);
-  if (rei_ativo<Cor::b>() || rei_ativo<Cor::p>()) planos.junta(reis_ativos());
-  return planos;
+  typename Modo::Conta conta(todos);
+  if (rei_ativo<Cor::b>() || rei_ativo<Cor::p>()) conta.junta(reis_ativos());
+  return conta;
 }
 
-template <Cor raiz, Cor ataca>
-Par Estimativa<raiz, ataca>::reis_ativos() const {
+template <Cor raiz, Cor ataca, class Modo>
+Par Estimativa<raiz, ataca, Modo>::reis_ativos() const {
   const auto vizinhas = [](Bits rei) {
     return vizinhas_de[static_cast<std::size_t>(primeira_de(rei))];
   };
@@ -268,9 +198,9 @@ Par Estimativa<raiz, ataca>::reis_ativos() const {
 }
 
 // Attacks on greater values.
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo>
 template <Cor cor, Peca p, std::size_t de, std::size_t ate>
-void Estimativa<raiz, ataca>::ganhos(const Alcances& a) {
+void Estimativa<raiz, ataca, Modo>::ganhos(const PorDirecao& a) {
   constexpr Cor outro = outra(cor);
   Bits vitimas = h_.template de<outro>(Peca::dama) | h_.template de<outro>(Peca::rei);
   if (p != Peca::torre) vitimas |= h_.template de<outro>(Peca::torre);
@@ -287,8 +217,8 @@ void Estimativa<raiz, ataca>::ganhos(const Alcances& a) {
 }
 
 // What pawns attack, defend and may walk to.
-template <Cor raiz, Cor ataca>
-void Estimativa<raiz, ataca>::peoes(Planos& planos) {
+template <Cor raiz, Cor ataca, class Modo>
+void Estimativa<raiz, ataca, Modo>::peoes(typename Modo::Conta& conta) {
   constexpr Bits todas = ~Bits{0};
   const Bits b = h_.template de<Cor::b>(Peca::peao), p = h_.template de<Cor::p>(Peca::peao);
   const Bits vazias = ~h_.ocupadas;
@@ -301,66 +231,32 @@ void Estimativa<raiz, ataca>::peoes(Planos& planos) {
   // The reach of a side whose king does not fight counts with its officers'.
   const Par contam(rei_ativo<Cor::b>() ? 0 : todas, rei_ativo<Cor::p>() ? 0 : todas);
   const Par d = direita & contam, e = esquerda & contam;
-  planos.junta(d);
-  planos.junta(e);
-  por_lado(quantas_em(um_passo, dois_passos, direita & inimigos, esquerda & inimigos),
+  conta.junta(d);
+  conta.junta(e);
+  por_lado(Modo::quantas(um_passo, dois_passos, direita & inimigos, esquerda & inimigos),
            [](Figuras& f, int n) { f.mob = n; });
-  por_lado(quantas_em(d.sem(proprios), e.sem(proprios)), [](Figuras& f, int n) { f.mob -= n; });
+  por_lado(Modo::quantas(d.sem(proprios), e.sem(proprios)), [](Figuras& f, int n) { f.mob -= n; });
   const Par fora_d = direita.sem(contam), fora_e = esquerda.sem(contam);
   if (!(fora_d | fora_e).vazio()) {
-    por_lado(quantas_em(fora_d & inimigos, fora_e & inimigos),
+    por_lado(Modo::quantas(fora_d & inimigos, fora_e & inimigos),
              [](Figuras& f, int n) { f.att = n; });
-    por_lado(quantas_em(fora_d & proprios, fora_e & proprios),
+    por_lado(Modo::quantas(fora_d & proprios, fora_e & proprios),
              [](Figuras& f, int n) { f.def = n; });
   }
-  por_lado(quantas_em(Par(b, p)), [](Figuras& f, int n) { f.pawns = n; });
+  const auto& somas = somas_dos_peoes(b, p);
+  for (const std::size_t k : {0U, 1U}) {
+    f_[k].pawns = somas[k].quantos;
+    f_[k].pos += static_cast<float>(somas[k].estrutura);
+  }
   const Par escudo(b & escudo_de<Cor::b>[casa_do_rei<Cor::b>()],
                    p & escudo_de<Cor::p>[casa_do_rei<Cor::p>()]);
-  por_lado(quantas_em(escudo & contam), [](Figuras& f, int n) { f.shield = n; });
-}
-
-// The sums of estrutura_do_peao over all pawns, both sides walking up the board.
-template <Cor raiz, Cor ataca>
-void Estimativa<raiz, ataca>::estrutura() {
-  const Bits b = h_.template de<Cor::b>(Peca::peao), p = h_.template de<Cor::p>(Peca::peao);
-  const Par proprios = mirado(b, p), inimigos(p, filas_ao_contrario(b));
-  const Par todos = proprios | inimigos, sexta = nos_dois(na_fila(6));
-  const Par a_direita = proprios.adiante<8>(), a_esquerda = proprios.adiante<-8>();
-  // Squares at least two ranks behind an enemy pawn.
-  Par atras = inimigos.adiante<-1>().sem(nos_dois(na_fila(0))).adiante<-1>();
-  atras = atras | atras.sem(nos_dois(na_fila(0))).adiante<-1>();
-  atras = atras | atras.sem(nos_dois(na_fila(0) | na_fila(1))).adiante<-2>();
-  atras = atras | atras.sem(nos_dois(0x0f0f0f0f0f0f0f0f)).adiante<-4>();
-  constexpr Bits ate_a_quinta = na_fila(1) | na_fila(2) | na_fila(3) | na_fila(4);
-  const Par abrem = (proprios & nos_dois(ate_a_quinta)).sem(atras);
-  const Par diante = todos.adiante<-1>();
-  const Par abrem_d =
-      abrem.sem(diante.adiante<-8>() | atras.adiante<-16>() | nos_dois(Bits{0xff} << 56));
-  const Par abrem_e = abrem.sem(diante.adiante<8>() | atras.adiante<16>() | nos_dois(0xff));
-  const Par atacam = proprios.adiante<1>();
-  Par total =
-      quantas_em(proprios & sexta).vezes(100) + quantas_em(proprios & a_direita).vezes(2 * 13) +
-      quantas_em(proprios & atacam.adiante<8>(), proprios & atacam.adiante<-8>()).vezes(11) +
-      quantas_em(abrem_d, abrem_e).vezes(25);
-  // The way of a pawn until it meets a pawn, or a square beside an enemy's. No two pawns share any
-  // of it, since the one behind stops at the one ahead.
-  const Par barram = todos | inimigos.adiante<8>() | inimigos.adiante<-8>();
-  Par livres = nos_dois(~(na_fila(0) | na_fila(7))).sem(barram), andam = proprios;
-  andam = andam | (livres & andam.adiante<1>());
-  livres = livres & livres.adiante<1>();
-  andam = andam | (livres & andam.adiante<2>());
-  livres = livres & livres.adiante<2>();
-  andam = andam | (livres & andam.adiante<4>());
-  const Par caminho = andam.sem(proprios);
-  total = total + quantas_em(caminho & a_direita, caminho & a_esquerda).vezes(10) +
-          quantas_em(andam & sexta).vezes(33);
-  por_lado(total, [](Figuras& f, int n) { f.pos += static_cast<float>(n); });
+  por_lado(Modo::quantas(escudo & contam), [](Figuras& f, int n) { f.shield = n; });
 }
 
 // The terms that hang on the squares of officers; counts these by kind.
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo>
 template <Cor cor>
-double Estimativa<raiz, ataca>::lugares() {
+double Estimativa<raiz, ataca, Modo>::lugares() {
   const auto& inverso = inverso_do_divisor[casa_do_rei<outra(cor)>()];
   const Lugares& lugares_da_epoca = lugares_por_epoca[static_cast<std::size_t>(epoca_da_raiz())];
   const Bits reis_e_peoes = h_.template de<cor>(Peca::rei) | h_.template de<cor>(Peca::peao);
@@ -387,9 +283,9 @@ double Estimativa<raiz, ataca>::lugares() {
 
 // What pawns attack: the attacking side gains by any man, the other by an officer, if the pawn is
 // protected.
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo>
 template <Cor cor>
-double Estimativa<raiz, ataca>::ganhos_dos_peoes() const {
+double Estimativa<raiz, ataca, Modo>::ganhos_dos_peoes() const {
   constexpr Cor outro = outra(cor);
   Bits peoes = h_.template de<cor>(Peca::peao), vitimas = homens<outro>();
   if constexpr (cor != ataca) {
@@ -411,9 +307,9 @@ double Estimativa<raiz, ataca>::ganhos_dos_peoes() const {
 
 // With few enemy officers left: the own king's place, and the pawns' way to promotion and nearness
 // to either king. What the enemy's pawns give this side is among it.
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo>
 template <Cor cor>
-double Estimativa<raiz, ataca>::luta_dos_reis() const {
+double Estimativa<raiz, ataca, Modo>::luta_dos_reis() const {
   constexpr Cor outro = outra(cor);
   const auto& inverso = inverso_do_divisor[casa_do_rei<cor>()];
   double pos = 0;
@@ -436,9 +332,9 @@ double Estimativa<raiz, ataca>::luta_dos_reis() const {
   return pos;
 }
 
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo>
 template <Cor cor>
-void Estimativa<raiz, ataca>::fecha(const Pesagem& w) {
+void Estimativa<raiz, ataca, Modo>::fecha(const Pesagem& w) {
   Figuras& f = figuras<cor>();
   f.mob += w.total - w.proprios;
   f.att += w.inimigos;

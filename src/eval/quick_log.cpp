@@ -16,4 +16,13 @@ const Logaritmos ln_de_pesos = [] {
   return t;
 }();
 
+const std::array<Trecho, std::size_t{1} << digitos_do_trecho> trechos = [] {
+  std::array<Trecho, std::size_t{1} << digitos_do_trecho> t{};
+  for (std::size_t i = 0; i < t.size(); ++i) {
+    const double meio = 1 + (static_cast<double>(i) + 0.5) / static_cast<double>(t.size());
+    t[i] = {1 / meio, std::log(meio)};
+  }
+  return t;
+}();
+
 }  // namespace korvu

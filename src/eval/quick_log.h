@@ -3,8 +3,10 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 
 namespace korvu {
 
@@ -21,6 +23,27 @@ inline double ln_inteiro(int n) {
 inline double ln_do_peso(int n) {
   const auto i = static_cast<std::size_t>(n);
   return i < logaritmos_tabulados ? ln_de_pesos[i] : std::log(n + 10.1);
+}
+
+// The interval [1, 2) in 128 parts: the inverse of each one's middle, and its logarithm.
+struct Trecho {
+  double inverso, ln;
+};
+inline constexpr int digitos_do_trecho = 7;
+extern const std::array<Trecho, std::size_t{1} << digitos_do_trecho> trechos;
+
+// ln x for an estimate, within 3e-8 for any normal x above 0: the part's logarithm, and two terms
+// of the series for the rest, which is below 2^-8.
+inline double ln_aproximado(double x) {
+  constexpr int digitos = 52;
+  constexpr std::uint64_t fracao = (std::uint64_t{1} << digitos) - 1;
+  const auto bits = std::bit_cast<std::uint64_t>(x);
+  const double expoente = static_cast<int>(bits >> digitos) - 1023;
+  const Trecho& t = trechos[(bits & fracao) >> (digitos - digitos_do_trecho)];
+  const auto m = std::bit_cast<double>((bits & fracao) | std::bit_cast<std::uint64_t>(1.0));
+  const double r = m * t.inverso - 1;
+  constexpr double ln_2 = 0.69314718055994530942;
+  return expoente * ln_2 + t.ln + (r - 0.5 * r * r);
 }
 
 // Totals of material are whole numbers in play; no table holds the others.

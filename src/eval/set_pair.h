@@ -94,6 +94,11 @@ inline Par nos_dois(Bits c) {
   return {c, c};
 }
 
+// The squares of one rank, from 0.
+constexpr Bits na_fila(int r) {
+  return Bits{0x0101010101010101} << r;
+}
+
 // The sums of the eight bytes of each word.
 inline Par por_byte(Par a) {
 #ifdef __SSE2__

@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <sstream>
 
 #include "eval/bench.h"
 #include "eval/leaf.h"
+#include "eval/wide_reach.h"
 #include "support/positions.h"
 
 namespace korvu {
@@ -35,9 +37,9 @@ void expect_near(const Figuras& f, Figuras exact) {
 }
 
 // The figures of one member of the family: counts are the twin's own, sums are near.
-template <Cor raiz, Cor ataca>
+template <Cor raiz, Cor ataca, class Modo>
 void expect_figures() {
-  const Estimativa<raiz, ataca> e(tab2);
+  const Estimativa<raiz, ataca, Modo> e(tab2);
   ASSERT_TRUE(e.certa());
   const auto twin = scanned<raiz, ataca>();
   const auto expect_side = [&]<Cor cor>() {
@@ -78,8 +80,13 @@ void for_all_members(F f) {
   f.template operator()<Cor::p, Cor::p>();
 }
 
+// Also of the way with wide registers, where the processor has them.
 void expect_all_figures() {
-  for_all_members([]<Cor raiz, Cor ataca>() { expect_figures<raiz, ataca>(); });
+  for_all_members([]<Cor raiz, Cor ataca>() { expect_figures<raiz, ataca, Estreito>(); });
+#ifdef KORVU_WIDE_REGISTERS
+  if (tem_registros_largos())
+    for_all_members([]<Cor raiz, Cor ataca>() { expect_figures<raiz, ataca, Largo>(); });
+#endif
 }
 
 TEST(LeafEstimate, CountsAndSumsAreThoseOfTheScanOnRandomBoards) {
@@ -102,6 +109,33 @@ TEST(LeafEstimate, CountsAndSumsAreThoseOfTheScanInGames) {
     if (testing::Test::HasFailure()) FAIL() << fen;
   }
 }
+
+#ifdef KORVU_WIDE_REGISTERS
+template <Cor cor, class E>
+std::string sums_of(const E& e) {
+  const Figuras& f = e.template de<cor>();
+  std::ostringstream s;
+  s << std::hexfloat << f.pos << ' ' << f.cen << ' ' << f.kattack << ' ' << f.kdefend;
+  return s.str();
+}
+
+// Both ways add in whole numbers, so that not even the order can tell them apart.
+TEST(LeafEstimate, IsTheSameToTheLastBitWithWideRegisters) {
+  if (!tem_registros_largos()) GTEST_SKIP() << "this processor has no wide registers";
+  std::mt19937 dice(8);
+  for (int i = 0; i < 2000; ++i) {
+    bench::scatter(dice);
+    bench::strew(dice, 2 + i % 40);
+    for_all_members([]<Cor raiz, Cor ataca>() {
+      const Estimativa<raiz, ataca, Estreito> narrow(tab2);
+      const Estimativa<raiz, ataca, Largo> wide(tab2);
+      ASSERT_EQ(sums_of<Cor::b>(narrow), sums_of<Cor::b>(wide)) << bench::bench_state();
+      ASSERT_EQ(sums_of<Cor::p>(narrow), sums_of<Cor::p>(wide)) << bench::bench_state();
+    });
+    if (HasFatalFailure()) return;
+  }
+}
+#endif
 
 TEST(LeafEstimate, TheCorrectionLiesWithinItsBounds) {
   std::mt19937 dice(5);

@@ -26,6 +26,20 @@
 namespace korvu {
 namespace {
 
+// --- The logarithm of an estimate ---
+
+TEST(QuickLogarithm, OfAnEstimateIsNear) {
+  std::mt19937_64 dice(4);
+  std::uniform_real_distribution<double> exponent(-20, 20);
+  for (int i = 0; i < 1000000; ++i) {
+    const double x = std::exp(exponent(dice));
+    ASSERT_NEAR(ln_aproximado(x), std::log(x), 3e-8) << x;
+  }
+  for (const double x : {1.0, 2.0, 0.5, 4.0 / 3, 1e300, 1e-300, std::nextafter(1.0, 0.0),
+                         std::nextafter(1.0, 2.0), std::nextafter(2.0, 0.0)})
+    EXPECT_NEAR(ln_aproximado(x), std::log(x), 3e-8) << x;
+}
+
 // --- The material quotient ---
 
 float told_plainly(float own, float other) {
