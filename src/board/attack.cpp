@@ -58,6 +58,45 @@ Bits atacadas_por(const Homens& h) {
          saltos_de_todos(vizinhas_de, h.de<cor>(Peca::rei)) | diante << 8 | diante >> 8;
 }
 
+#ifdef KORVU_WIDE_REGISTERS
+namespace {
+
+// What rooks, bishops, queens and knights attack, White's and Black's.
+KORVU_WIDE __m128i dos_oficiais(const Homens& h) {
+  const auto pares = [&h](Peca p, Peca q) {
+    return _mm_set_epi64x(static_cast<long long>(h.de<Cor::p>(p) | h.de<Cor::p>(q)),
+                          static_cast<long long>(h.de<Cor::b>(p) | h.de<Cor::b>(q)));
+  };
+  const __m128i vazias = _mm_set1_epi64x(static_cast<long long>(~h.ocupadas));
+  const __m128i cavalos = pares(Peca::cavalo, Peca::cavalo);
+  const Largos::Caminhos<primeira_reta> retas(vazias);
+  const Largos::Caminhos<primeira_diagonal> diagonais(vazias);
+  const __m512i em_linha = _mm512_or_si512(retas.de(pares(Peca::torre, Peca::dama)),
+                                           diagonais.de(pares(Peca::bispo, Peca::dama)));
+  const __m512i saltos = _mm512_or_si512(Largos::saltos<0>(cavalos), Largos::saltos<4>(cavalos));
+  const __m512i todas = _mm512_or_si512(em_linha, saltos);
+  const __m256i metade =
+      _mm256_or_si256(_mm512_castsi512_si256(todas), _mm512_extracti64x4_epi64(todas, 1));
+  return _mm_or_si128(_mm256_castsi256_si128(metade), _mm256_extracti128_si256(metade, 1));
+}
+
+template <Cor cor>
+Bits de_perto(const Homens& h) {
+  const Bits diante = um_adiante<cor>(h.de<cor>(Peca::peao));
+  return saltos_de_todos(vizinhas_de, h.de<cor>(Peca::rei)) | diante << 8 | diante >> 8;
+}
+
+}  // namespace
+
+KORVU_WIDE Dominio dominio_ao_largo(const Tabuleiro& t) {
+  Dominio a{Largos::homens(t)};
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(a.casas.data()), dos_oficiais(a.homens));
+  a.casas[0] |= de_perto<Cor::b>(a.homens);
+  a.casas[1] |= de_perto<Cor::p>(a.homens);
+  return a;
+}
+#endif
+
 template <Cor cor>
 bool atacada(const Homens& h, int s) {
   constexpr Cor outro = outra(cor);

@@ -4,6 +4,7 @@
 #include "board/bits.h"
 #include "board/state.h"
 #include "board/types.h"
+#include "board/wide.h"
 
 namespace korvu {
 
@@ -19,18 +20,42 @@ bool atacada(const Homens& h, int s);
 template <Cor cor>
 Bits atacadas_por(const Homens& h);
 
+// The men of a board, and by Cor the squares that each side attacks.
+struct Dominio {
+  Homens homens;
+  std::array<Bits, 2> casas{};
+
+  template <Cor cor>
+  Bits por() const {
+    return casas[static_cast<std::size_t>(cor)];
+  }
+};
+
+// All of it with wide registers. Without them the men alone: what is attacked is then asked of them
+// one by one, which is cheaper than to find it all.
+#ifdef KORVU_WIDE_REGISTERS
+Dominio dominio_ao_largo(const Tabuleiro& t);
+inline Dominio dominio_ou_homens(const Tabuleiro& t) {
+  return ve_ao_largo ? dominio_ao_largo(t) : Dominio{Homens(t)};
+}
+#else
+inline Dominio dominio_ou_homens(const Tabuleiro& t) {
+  return {Homens(t)};
+}
+#endif
+
 // The test at every square of t that holds the king of `cor`; f(x, y) is called on each such square
 // first. A board without that king gives false.
 template <Cor cor, class F>
 bool rei_atacado(const Tabuleiro& t, F f) {
-  const Homens h(t);
-  bool atacado = false;
-  cada_casa(h.de<cor>(Peca::rei), [&](int s) {
+  const Dominio a = dominio_ou_homens(t);
+  const Bits reis = a.homens.de<cor>(Peca::rei);
+  cada_casa(reis, [&f](int s) {
     f(coluna_de(s), fila_de(s));
-    if (atacada<cor>(h, s)) atacado = true;
     return false;
   });
-  return atacado;
+  if (ve_ao_largo) return (a.por<outra(cor)>() & reis) != 0;
+  return cada_casa(reis, [&a](int s) { return atacada<cor>(a.homens, s); });
 }
 
 // verifica_rei_b, verifica_rei_p: is the king of `cor` attacked on tab2? Writes Y and the colour's

@@ -132,16 +132,23 @@ template <Cor raiz, Cor ataca>
 [[gnu::flatten]] KORVU_WIDE ResumoDaFolha estima_larga() {
   return estima<raiz, ataca, Largo>();
 }
+bool tem_avx2() {
+  __builtin_cpu_init();
+  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
+         __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
+}
+const bool com_avx2 = tem_avx2();
+
 template <Cor raiz, Cor ataca>
-ResumoDaFolha (*const estimador)() = [] {
-  if (tem_registros_largos()) return estima_larga<raiz, ataca>;
-  const bool avx2 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
-                    __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
-  return avx2 ? estima_com_avx2<raiz, ataca> : estima_em_qualquer<raiz, ataca>;
-}();
+auto estimador() {
+  if (ve_ao_largo) return estima_larga<raiz, ataca>;
+  return com_avx2 ? estima_com_avx2<raiz, ataca> : estima_em_qualquer<raiz, ataca>;
+}
 #else
 template <Cor raiz, Cor ataca>
-constexpr ResumoDaFolha (*estimador)() = estima<raiz, ataca, Estreito>;
+auto estimador() {
+  return estima<raiz, ataca, Estreito>;
+}
 #endif
 
 // Where the fast sum cannot tell the float.
@@ -201,7 +208,7 @@ void extra_eval() {
 template <Cor raiz, Cor ataca>
 Faixa faixa_do_extra() {
   const ResumoDaFolha& v =
-      estimativa_de(tab2, chave_da_folha<raiz, ataca>(), estimador<raiz, ataca>);
+      estimativa_de(tab2, chave_da_folha<raiz, ataca>(), estimador<raiz, ataca>());
   if (raiz == ataca) ddep = std::max(ddep, deep);
   EMPAT = v.falta_material;
   constexpr float tudo = std::numeric_limits<float>::infinity();

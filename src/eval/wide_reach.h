@@ -5,69 +5,11 @@
 
 #include <cstring>
 
+#include "board/wide.h"
 #include "eval/reach.h"
 
-#if defined(__x86_64__) && defined(__GNUC__)
-#define KORVU_WIDE_REGISTERS 1
-
-// GCC 12 takes the undefined operands within its intrinsics for mistakes.
-#ifndef __clang__
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
-#pragma GCC diagnostic ignored "-Wuninitialized"
-#endif
-#include <immintrin.h>
-#ifndef __clang__
-#pragma GCC diagnostic pop
-#endif
-
-// For functions that only such a processor may run: it is asked once, at the start.
-#define KORVU_WIDE                                                      \
-  __attribute__((                                                       \
-      target("avx2,bmi,bmi2,popcnt,avx512f,avx512bw,avx512dq,avx512vl," \
-             "avx512vpopcntdq")))
-
+#ifdef KORVU_WIDE_REGISTERS
 namespace korvu {
-
-inline bool tem_registros_largos() {
-  __builtin_cpu_init();
-  return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-         __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
-         __builtin_cpu_supports("avx512vpopcntdq") && __builtin_cpu_supports("avx2") &&
-         __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") &&
-         __builtin_cpu_supports("popcnt");
-}
-
-// --- Directions, a word for each colour ---
-
-struct alignas(64) PorRumo : std::array<Bits, 16> {};
-
-template <class F>
-constexpr PorRumo por_rumo(const std::array<Passo, 8>& passos, F f) {
-  PorRumo t{};
-  for (std::size_t i = 0; i < 16; ++i) t[i] = static_cast<Bits>(f(passos[i / 2]));
-  return t;
-}
-
-// The squares that a step enters without wrapping around.
-constexpr Bits entradas(Passo p) {
-  Bits b = 0;
-  for (int s = 0; s < 64; ++s)
-    if (dentro(coluna_de(s) - p.dx, fila_de(s) - p.dy)) b |= bit(s);
-  return b;
-}
-
-// By how much a word is rotated for one step, two and four.
-struct Rumos {
-  PorRumo um, dois, quatro, entram;
-};
-constexpr Rumos rumos_de(const std::array<Passo, 8>& passos) {
-  const auto rotacao = [&passos](int vezes) {
-    return por_rumo(passos, [vezes](Passo p) { return vezes * (8 * p.dx + p.dy) & 63; });
-  };
-  return {rotacao(1), rotacao(2), rotacao(4), por_rumo(passos, entradas)};
-}
-inline constexpr Rumos rumos = rumos_de(direcoes), pulos = rumos_de(saltos_do_cavalo);
 
 // --- Weights by square, as a board is laid out ---
 
@@ -120,13 +62,7 @@ class Largo {
  public:
   using Conta = Contagem;
 
-  KORVU_WIDE static Homens homens(const Tabuleiro& t) {
-    const __m512i codigos = _mm512_loadu_si512(t.data());
-    const __m512i valores = _mm512_abs_epi8(codigos);
-    return Homens(Digitos{_mm512_test_epi8_mask(codigos, codigos), _mm512_movepi8_mask(codigos),
-                          com_digito<64>(valores), com_digito<32>(valores), com_digito<16>(valores),
-                          com_digito<1>(valores)});
-  }
+  KORVU_WIDE static Homens homens(const Tabuleiro& t) { return Largos::homens(t); }
 
   KORVU_WIDE static Alcances alcances(const Oficiais& o, Par vazias) {
     Alcances a;
@@ -147,43 +83,13 @@ class Largo {
   }
 
  private:
-  template <int digito>
-  KORVU_WIDE static Bits com_digito(__m512i valores) {
-    return _mm512_test_epi8_mask(valores, _mm512_set1_epi8(digito));
-  }
-  KORVU_WIDE static __m512i em_quatro(Par a) { return _mm512_broadcast_i64x2(a.registro()); }
-  KORVU_WIDE static __m512i le(const void* de) { return _mm512_loadu_si512(de); }
-
-  // Empty squares in runs of 1, 2 and 4, as in Caminho, of four directions.
-  struct Caminhos {
-    __m512i um, dois, quatro;
-    std::size_t i;  // the first of their eight words
-  };
-  // The men, and what they reach of the runs of one length.
-  KORVU_WIDE static __m512i mais(__m512i homens, __m512i corridas, __m512i passo) {
-    return _mm512_or_si512(homens, _mm512_and_si512(corridas, _mm512_rolv_epi64(homens, passo)));
-  }
-  KORVU_WIDE static __m512i alcance(const Caminhos& c, __m512i homens) {
-    const __m512i um = le(&rumos.um[c.i]);
-    homens = mais(homens, c.um, um);
-    homens = mais(homens, c.dois, le(&rumos.dois[c.i]));
-    homens = mais(homens, c.quatro, le(&rumos.quatro[c.i]));
-    return _mm512_and_si512(le(&rumos.entram[c.i]), _mm512_rolv_epi64(homens, um));
-  }
-
   // Directions d to d + 3, and as many leaps; `homens` walk these directions beside the queens.
   template <std::size_t d>
   KORVU_WIDE static void metade(Alcances& a, Par homens, const Oficiais& o, Par vazias) {
-    constexpr std::size_t i = 2 * d;
-    Caminhos c{};
-    c.i = i;
-    c.um = _mm512_and_si512(em_quatro(vazias), le(&rumos.entram[i]));
-    c.dois = _mm512_and_si512(c.um, _mm512_rolv_epi64(c.um, le(&rumos.um[i])));
-    c.quatro = _mm512_and_si512(c.dois, _mm512_rolv_epi64(c.dois, le(&rumos.dois[i])));
-    const __m512i saltam = _mm512_rolv_epi64(em_quatro(o.cavalos), le(&pulos.um[i]));
-    _mm512_storeu_si512(&a.linhas[d], alcance(c, em_quatro(homens)));
-    _mm512_storeu_si512(&a.damas[d], alcance(c, em_quatro(o.damas)));
-    _mm512_storeu_si512(&a.cavalos[d], _mm512_and_si512(saltam, le(&pulos.entram[i])));
+    const Largos::Caminhos<d> caminhos(vazias.registro());
+    _mm512_storeu_si512(&a.linhas[d], caminhos.de(homens.registro()));
+    _mm512_storeu_si512(&a.damas[d], caminhos.de(o.damas.registro()));
+    _mm512_storeu_si512(&a.cavalos[d], Largos::saltos<d>(o.cavalos.registro()));
   }
 
   // The sum of the bytes of the squares held, in eight parts.
@@ -192,8 +98,9 @@ class Largo {
   }
   // The sum of counts times weights; the counts of the first and of the last 32 squares.
   KORVU_WIDE static int ponderada(__m512i primeiras, __m512i ultimas, const Pesos& p) {
-    return _mm512_reduce_add_epi32(_mm512_add_epi32(_mm512_madd_epi16(primeiras, le(&p[0])),
-                                                    _mm512_madd_epi16(ultimas, le(&p[32]))));
+    return _mm512_reduce_add_epi32(
+        _mm512_add_epi32(_mm512_madd_epi16(primeiras, Largos::le(&p[0])),
+                         _mm512_madd_epi16(ultimas, Largos::le(&p[32]))));
   }
 
   template <Cor cor>

@@ -15,7 +15,8 @@ namespace korvu {
 template <int N, Cor cor>
 class NoAberto {
  public:
-  const Homens homens = Homens(tabd[N]);
+  const Dominio dominio = dominio_ou_homens(tabd[N]);
+  const Homens& homens = dominio.homens;
   const float limite = limite_que_refuta<N>();
 
   // Where the moves of the line's last ply lead to leaves: the board's place in their cache.
@@ -23,7 +24,12 @@ class NoAberto {
 
   // The square of the mover's king when there is just one, else -1.
   const int rei = homens.template unico<cor>(Peca::rei);
-  const bool em_xeque = rei >= 0 && atacada<cor>(homens, rei);
+  const bool em_xeque = rei >= 0 && atacada_por_inimigo(rei);
+
+  // The squares that the mover attacks.
+  Bits atacadas() const {
+    return ve_ao_largo ? dominio.template por<cor>() : atacadas_por<cor>(homens);
+  }
 
   // The same for tab2 after a move from (x1, y1) to (x2, y2); of a capture in passing, about.
   std::uint64_t impressao_apos(int x1, int y1, int x2, int y2) const {
@@ -48,6 +54,10 @@ class NoAberto {
   }
 
  private:
+  bool atacada_por_inimigo(int s) const {
+    return ve_ao_largo ? (dominio.template por<outra(cor)>() & bit(s)) != 0
+                       : atacada<cor>(homens, s);
+  }
   bool descobre_o_rei(int deixada) const {
     const int d = direcao_entre[static_cast<std::size_t>(rei)][static_cast<std::size_t>(deixada)];
     if (d < 0) return false;

@@ -72,7 +72,7 @@ void fases() {
                    [&](int x, int y) { analisepositive_peao(no, x, y); }))
       return;
   }
-  const Bits atacadas = atacadas_por<cor>(no.homens);
+  const Bits atacadas = no.atacadas();
   for (const Peca vitima : {Peca::dama, Peca::torre, Peca::cavalo, Peca::bispo, Peca::peao})
     if (em_cada<N>(no.homens.template de<outra(cor)>(vitima) & atacadas,
                    [&](int x, int y) { gerador(no, x, y); }))

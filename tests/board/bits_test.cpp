@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "board/attack.h"
+#include "board/wide.h"
 #include "support/plain_attack.h"
 
 namespace korvu {
@@ -317,6 +318,22 @@ TEST(AttackBySets, IsThatOfWalksOnEverySquareOfOddBoards) {
   EXPECT_GT(attacked, squares / 10);
   EXPECT_LT(attacked, squares * 9 / 10);
 }
+
+#ifdef KORVU_WIDE_REGISTERS
+TEST(AttackBySets, IsTheSameWithWideRegisters) {
+  if (!tem_registros_largos()) GTEST_SKIP() << "this processor has no wide registers";
+  std::mt19937 dice(9);
+  for (int k = 0; k < 6000; ++k) {
+    const Tabuleiro t = strewn(dice, 1 + k % 40);
+    const Dominio wide = dominio_ao_largo(t);
+    const Homens men(t);
+    ASSERT_EQ(wide.homens.conjuntos, men.conjuntos) << "board " << k;
+    ASSERT_EQ(wide.homens.ocupadas, men.ocupadas) << "board " << k;
+    ASSERT_EQ(wide.por<Cor::b>(), atacadas_por<Cor::b>(men)) << "board " << k;
+    ASSERT_EQ(wide.por<Cor::p>(), atacadas_por<Cor::p>(men)) << "board " << k;
+  }
+}
+#endif
 
 // The king's test, with no king, one, or many: attacked when any of them is, and the square left is
 // that of the last in the order of the scan.

@@ -1,11 +1,13 @@
 // Whole searches with leaves that only tell on which side of a bound they fall, against the same
-// searches with exact leaves: every line told is the same, to the last node.
+// searches with exact leaves, and with wide registers against those without: every line told is the
+// same, to the last node.
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "board/state.h"
+#include "board/wide.h"
 #include "eval/leaf_cache.h"
 #include "support/lab.h"
 #include "tree/clock.h"
@@ -77,6 +79,19 @@ const std::vector<Case> cases = {
     {castling,
      {"setoption name Aggressiveness value 0", "setoption name Temperament value positional"}},
 };
+
+#ifdef KORVU_WIDE_REGISTERS
+TEST(WideRegisters, ChangeNothingThatASearchTells) {
+  if (!ve_ao_largo) GTEST_SKIP() << "this processor has no wide registers";
+  for (const auto& [position, settings] : cases) {
+    const auto wide = searched(settings, position, false);
+    ve_ao_largo = false;
+    const auto narrow = searched(settings, position, false);
+    ve_ao_largo = true;
+    EXPECT_EQ(wide, narrow) << position << (settings.empty() ? "" : "; " + settings.front());
+  }
+}
+#endif
 
 TEST(ExactLeaves, ChangeNothingThatASearchTells) {
   for (const auto& [position, settings] : cases) {
