@@ -1,5 +1,7 @@
 // korvu-uci: full UCI on one side, the engine's own dialogue on the other.
+#include <fcntl.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
@@ -21,14 +23,27 @@ constexpr std::string_view usage =
     "which it starts as its child. ENGINE is the path of the engine; without it the program korvu\n"
     "beside this one is started.\n";
 
-// The engine of an installation stands beside the companion, that of a build in the next folder.
 std::string engine_beside() {
   std::error_code error;
-  const auto here = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-  const auto built = here / ".." / "src" / "korvu";
-  if (!std::filesystem::exists(here / "korvu", error) && std::filesystem::exists(built, error))
-    return built.string();
-  return (here / "korvu").string();
+  return (std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "korvu").string();
+}
+
+bool is_open(int file) {
+  return ::fcntl(file, F_GETFD) >= 0;
+}
+
+bool lacks(int file, std::string_view name) {
+  if (is_open(file)) return false;
+  std::cerr << "korvu-uci: standard " << name << " is closed\n";
+  return true;
+}
+
+// The number of a closed file would be that of the next one opened, which is meant for something
+// else. For lack of a file for errors alone nobody is turned away.
+bool lacks_input_or_output() {
+  if (lacks(STDIN_FILENO, "input") || lacks(STDOUT_FILENO, "output")) return true;
+  if (!is_open(STDERR_FILENO)) ::open("/dev/null", O_WRONLY);
+  return false;
 }
 
 int run(const std::string& engine) {
@@ -70,6 +85,7 @@ int main(int argc, char** argv) {
     std::cout << "korvu-uci " << KORVU_VERSION << '\n';
     return 0;
   }
+  if (lacks_input_or_output()) return 1;
   ::signal(SIGPIPE, SIG_IGN);
   return run(argument.empty() ? engine_beside() : std::string(argument));
 }

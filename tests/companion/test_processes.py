@@ -91,6 +91,32 @@ def test_a_setting_that_there_is_not_is_refused_aloud(uci):
     assert uci.line() == "readyok"
 
 
+@pytest.mark.parametrize("closed, name", [("<&-", "input"), (">&-", "output"), ("<&- 2>&-", "")])
+def test_without_input_or_output_it_leaves(program, closed, name):
+    told = subprocess.run(
+        ["sh", "-c", f'"$1" {closed}', "sh", program],
+        stdin=subprocess.PIPE,
+        capture_output=True,
+        text=True,
+        timeout=20,
+    )
+    assert told.returncode == 1
+    assert told.stdout == ""
+    assert told.stderr == (f"korvu-uci: standard {name} is closed\n" if name else "")
+
+
+def test_without_a_place_for_errors_it_plays(program):
+    told = subprocess.run(
+        ["sh", "-c", '"$1" 2>&-', "sh", program],
+        input="position startpos\ngo movetime 1000\n",
+        capture_output=True,
+        text=True,
+        timeout=20,
+    )
+    assert told.returncode == 0
+    assert re.fullmatch(r"bestmove \w+\n", told.stdout)
+
+
 def test_a_script_on_its_input_is_answered_to_the_end(program):
     told = run(program, text="uci\nisready\nposition startpos moves e2e4\ngo movetime 1000\n")
     assert told.returncode == 0
