@@ -136,7 +136,8 @@ void Session::go(std::span<const std::string> words) {
   s.plan = plan_search(s.limits, s.game.now.white_to_move(), options_.deep_setting(),
                        Milliseconds(options_.overhead_ms()));
   s.held = s.limits.infinite || s.limits.ponder;
-  if (!game_ || s.game.now.legal_moves().empty()) {
+  s.replies = game_ ? s.game.now.legal_moves().size() : 0;
+  if (s.replies == 0) {
     answer_without_moves();
     return;
   }
@@ -182,6 +183,13 @@ void Session::wait_for_the_clock() {
 bool Session::nodes_are_spent() const {
   const auto& limit = search_->plan.nodes;
   return limit && !search_->held && search_->nodes_before + search_->nodes >= *limit;
+}
+
+// Has a move by the clock been thought about enough, now that a search has ended?
+bool Session::needs_no_more() const {
+  const auto& enough = search_->plan.enough;
+  if (!enough || search_->held) return false;
+  return search_->replies == 1 || steady_clock::now() - search_->since >= *enough;
 }
 
 // Does this line end the search, by the limits of the client?
@@ -383,7 +391,8 @@ void Session::hear_bestmove(const std::string& line) {
   const auto& best = s.best.line();
   const bool mates = best && best->score->mate && best->score->value > 0;
   ++s.stage;
-  if (s.from_book || mates || nodes_are_spent() || s.stage == s.plan.stages.size())
+  if (s.from_book || mates || nodes_are_spent() || needs_no_more() ||
+      s.stage == s.plan.stages.size())
     conclude();
   else
     ask();

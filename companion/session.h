@@ -24,6 +24,7 @@ struct Search {
   Game game;
   GoLimits limits;
   SearchPlan plan;
+  std::size_t replies = 0;  // the legal moves
   std::size_t stage = 0;
   bool held = false;       // infinite or pondering: no answer but on stop or ponderhit
   bool from_book = false;  // the engine answers without a search
@@ -73,6 +74,7 @@ class Session {
   void wait_for_the_clock();
   bool waits_for_the_engine() const { return search_ && !search_->concluded; }
   bool nodes_are_spent() const;
+  bool needs_no_more() const;
   bool enough(const InfoLine& info) const;
   void conclude();
   void answer();

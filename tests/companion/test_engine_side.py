@@ -112,6 +112,41 @@ def test_a_move_time_begins_shallow(companion, stand_in):
     assert deep_settings(stand_in.heard()) == [1, 2, 3, 4, 9]
 
 
+# The share of such a clock is 400 ms: after 160 of them no other search is begun.
+SHARED_CLOCK = "go wtime 10000 btime 10000 winc 0 binc 0"
+
+
+def test_by_a_clock_it_goes_deeper_while_there_is_time(companion, stand_in):
+    uci = companion(stand_in.plan("move e7e6", "move b8c6", "late 0.3 g8f6", "move a7a6"))
+    uci.send(BLACK_TO_MOVE, SHARED_CLOCK)
+    assert uci.up_to_bestmove()[-1] == "bestmove g8f6"
+    assert deep_settings(stand_in.heard()) == [1, 2, 3]
+
+
+def test_by_a_clock_a_search_that_takes_too_long_is_cut_short(companion, stand_in, patience):
+    uci = companion(stand_in.plan("move e7e6", "late 60 g8f6"))
+    start = time.monotonic()
+    uci.send(BLACK_TO_MOVE, SHARED_CLOCK)
+    assert uci.up_to_bestmove()[-1] == "bestmove e7e6"
+    assert 0.9 < time.monotonic() - start < 1 + patience
+
+
+def test_the_only_move_is_not_thought_about_for_long(companion, stand_in):
+    uci = companion(stand_in.plan("move h8g8", "move h8g8"))
+    uci.send("position fen 7k/5R2/8/8/8/8/8/K7 b - - 0 1", SHARED_CLOCK)
+    assert uci.up_to_bestmove()[-1] == "bestmove h8g8"
+    assert deep_settings(stand_in.heard()) == [1]
+
+
+def test_while_pondering_no_share_is_ever_spent(companion, stand_in):
+    uci = companion(stand_in.plan("late 0.4 e7e6", "move b8c6", "late 60 g8f6"))
+    uci.send(BLACK_TO_MOVE, SHARED_CLOCK.replace("go", "go ponder"))
+    time.sleep(0.6)
+    assert deep_settings(stand_in.heard()) == [1, 2, 3]
+    uci.send("stop")
+    assert uci.up_to_bestmove()[-1] == "bestmove b8c6"
+
+
 def test_the_first_line_of_all_is_not_taken_at_its_word(companion, stand_in):
     """It gives a bishop for nothing; then the time is up."""
     bad = "info score cp -300 depth 2 seldepth 2 currmove c8f5 currmovenumber 1 nodes 9 pv c8f5"
