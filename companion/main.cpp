@@ -1,10 +1,11 @@
 // korvu-uci: full UCI on one side, the engine's own dialogue on the other.
 #include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
+#include <csignal>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -12,6 +13,7 @@
 
 #include "companion/client.h"
 #include "companion/session.h"
+#include "tools/about.h"
 
 namespace {
 
@@ -72,20 +74,18 @@ int run(const std::string& engine) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view argument = argc > 1 ? argv[1] : "";
-  if (argc > 2 || (argument.starts_with("-") && argument != "--help" && argument != "--version")) {
+  if (tools::tells_about_itself(argc, argv, "korvu-uci", usage)) return 0;
+  const std::string argument = argc > 1 ? argv[1] : "";
+  if (argc > 2 || argument.starts_with("-")) {
     std::cerr << usage;
     return 2;
   }
-  if (argument == "--help") {
-    std::cout << usage;
-    return 0;
-  }
-  if (argument == "--version") {
-    std::cout << "korvu-uci " << KORVU_VERSION << '\n';
-    return 0;
-  }
   if (lacks_input_or_output()) return 1;
-  ::signal(SIGPIPE, SIG_IGN);
-  return run(argument.empty() ? engine_beside() : std::string(argument));
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return run(argument.empty() ? engine_beside() : argument);
+  } catch (const std::exception& e) {
+    std::cerr << "korvu-uci: " << e.what() << '\n';
+    return 1;
+  }
 }

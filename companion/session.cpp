@@ -122,7 +122,7 @@ void Session::take_position(std::span<const std::string> words) {
 // The engine's game memory would answer out of the game before.
 void Session::new_game() {
   game_ = Game{};
-  if (options_.engine_has_button(clear_memory)) buttons_.push_back(clear_memory);
+  if (options_.engine_has_button(clear_memory)) buttons_.emplace_back(clear_memory);
 }
 
 void Session::go(std::span<const std::string> words) {
