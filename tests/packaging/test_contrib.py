@@ -120,6 +120,13 @@ def openbench(contrib):
     return json.loads((contrib / "openbench" / "Korvu.json").read_text(encoding="ascii"))
 
 
+def test_places_that_are_still_to_be_filled_in_lead_nowhere(openbench, root):
+    """By RFC 2606 nobody has this domain."""
+    maintainer = re.search(r"<(\S+)>\" CACHE", (root / "packaging/CMakeLists.txt").read_text())[1]
+    assert maintainer.partition("@")[2] == "example.org"
+    assert openbench["source"].split("/")[:3] == ["https:", "", "example.org"]
+
+
 def test_openbench(openbench, root, companion):
     presets = {"test_presets", "tune_presets", "datagen_presets"}
     assert openbench.keys() == {"private", "nps", "source", "build", *presets}
