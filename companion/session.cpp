@@ -415,6 +415,7 @@ void Session::engine_ended() {
   }
   voices_.say("info string " + what + " and is started anew");
   const bool over_the_search = engine_ == Engine::thinking;
+  if (over_the_search) search_->nodes_before += std::exchange(search_->nodes, 0);
   start();
   if (over_the_search && waits_for_the_engine() && std::exchange(search_->retried, true))
     do_without_the_engine();

@@ -360,6 +360,14 @@ def test_isready_does_not_overtake_uci(program, stand_in):
     ]
 
 
+def test_what_a_dead_engine_has_searched_still_counts(companion, stand_in):
+    line = "line info score cp 5 depth 8 currmove e7e6 currmovenumber 1 nodes {} time 1 pv e7e6"
+    steps = [line.format(90), "die", line.format(7), "move e7e6"]
+    uci = companion(stand_in.plan(*FIRST_SEARCH, *steps))
+    uci.send(BLACK_TO_MOVE, TWO_SEARCHES)
+    assert told_of(uci.up_to_bestmove(), "nodes") == [90, 97]
+
+
 def told_of(lines, field):
     return [int(line.split(f" {field} ")[1].split()[0]) for line in lines if f" {field} " in line]
 

@@ -3,6 +3,7 @@
 import os
 import pathlib
 import re
+import shutil
 import signal
 import subprocess
 import sys
@@ -89,6 +90,17 @@ def test_a_setting_that_there_is_not_is_refused_aloud(uci):
     uci.send("setoption name Threads value 2", "setoption name Nothing value 2", "isready")
     assert uci.line().startswith("info string option Threads ")
     assert uci.line() == "readyok"
+
+
+def test_the_engine_is_looked_for_beside_the_program_alone(program, tmp_path):
+    """Not where a build would have it."""
+    for folder in ("companion", "src"):
+        (tmp_path / folder).mkdir()
+    alone = shutil.copy(program, tmp_path / "companion")
+    engine = shutil.copy(os.environ["KORVU"], tmp_path / "src" / "korvu")
+    assert run(alone, text="uci\nquit\n").returncode == 1
+    shutil.move(engine, tmp_path / "companion")
+    assert "uciok" in run(alone, text="uci\nquit\n").stdout
 
 
 @pytest.mark.parametrize("closed, name", [("<&-", "input"), (">&-", "output"), ("<&- 2>&-", "")])

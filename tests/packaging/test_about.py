@@ -69,6 +69,12 @@ def test_make_hands_the_version_on(root, version):
     assert f"-DKORVU_VERSION='\"{version}\"'" in would_run
 
 
+def test_make_builds_the_companion_beside_the_engine(root):
+    would_run = run("make", "-n", "-C", root, "EXE=/nowhere/korvu", "companion").stdout
+    made = re.findall(r" -o (/nowhere/korvu(?:-uci)?) ", would_run)
+    assert made == ["/nowhere/korvu", "/nowhere/korvu-uci"]
+
+
 def test_an_unknown_table_is_refused(build):
     refused = run(build / "tools" / "korvu-tables", "nosuch")
     assert (refused.returncode, refused.stdout) == (1, "")
