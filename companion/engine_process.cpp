@@ -1,6 +1,5 @@
 #include "companion/engine_process.h"
 
-#include <signal.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -12,6 +11,7 @@
 #include <boost/process/exe.hpp>
 #include <boost/process/extend.hpp>
 #include <boost/process/io.hpp>
+#include <csignal>
 #include <istream>
 #include <utility>
 
@@ -25,8 +25,8 @@ namespace process = boost::process;
 // told to die with its parent, who may have died before it could say so.
 struct DieWithParent : process::extend::handler {
   template <class Executor>
-  void on_exec_setup(Executor&) const {
-    ::signal(SIGPIPE, SIG_DFL);
+  void on_exec_setup(Executor& /*unused*/) const {
+    std::signal(SIGPIPE, SIG_DFL);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent) ::_exit(1);
   }

@@ -65,9 +65,7 @@ Position set_right(const Position& p) {
 
 std::optional<Position> read_fen(const std::string& text) {
   try {
-    const Position p = Position::from_fen(text);
-    if (!playable(p)) return std::nullopt;
-    return set_right(p);
+    return Position::from_fen(text);
   } catch (const std::invalid_argument&) {
     return std::nullopt;
   }
@@ -80,13 +78,14 @@ std::string essence(const Position& p) {
 }
 
 ReadGame play(Game game, std::span<const std::string> words) {
-  for (const std::string& word : words) {
-    const auto move = legal_move(game.now, word);
-    if (!move) return {game, "no legal move: " + word};
-    game.moves.push_back(*move);
-    game.now = game.now.after(*move);
-  }
-  return {game, ""};
+  game.moves = legal_start(game.now, words);
+  for (const rules::Move& move : game.moves) game.now = game.now.after(move);
+  if (game.moves.size() == words.size()) return {game, ""};
+  return {game, "no legal move: " + words[game.moves.size()]};
+}
+
+ReadGame unreadable(const std::string& what) {
+  return {std::nullopt, "no position: " + what, false};
 }
 
 }  // namespace
@@ -98,17 +97,30 @@ std::optional<rules::Move> legal_move(const Position& position, std::string_view
   return std::nullopt;
 }
 
+std::vector<rules::Move> legal_start(Position position, std::span<const std::string> words) {
+  std::vector<rules::Move> moves;
+  for (const std::string& word : words) {
+    const auto move = legal_move(position, word);
+    if (!move) break;
+    moves.push_back(*move);
+    position = position.after(*move);
+  }
+  return moves;
+}
+
 ReadGame read_game(std::span<const std::string> words) {
   const auto moves = std::find(words.begin(), words.end(), "moves");
   const std::span<const std::string> played{moves == words.end() ? moves : moves + 1, words.end()};
-  if (words.empty()) return {std::nullopt, "no position"};
+  if (words.empty()) return unreadable("nothing");
   if (words[0] == "startpos") return play(Game{}, played);
-  if (words[0] != "fen") return {std::nullopt, "no position: " + words[0]};
+  if (words[0] != "fen") return unreadable(words[0]);
   const std::string fen = joined({words.begin() + 1, moves});
-  const auto start = read_fen(fen);
-  if (!start) return {std::nullopt, "no position to play: " + fen};
-  const bool from_the_start = essence(*start) == essence(Position::start());
-  return play({*start, from_the_start, {}, *start}, played);
+  const auto read = read_fen(fen);
+  if (!read) return unreadable(fen);
+  if (!playable(*read)) return {std::nullopt, "no position to play: " + fen};
+  const Position start = set_right(*read);
+  const bool from_the_start = essence(start) == essence(Position::start());
+  return play({start, from_the_start, {}, start}, played);
 }
 
 }  // namespace companion

@@ -21,15 +21,19 @@ struct Game {
 // of a queen.
 std::optional<rules::Move> legal_move(const rules::Position& position, std::string_view word);
 
+// The moves that the words name, up to the first that is not legal where it stands.
+std::vector<rules::Move> legal_start(rules::Position position, std::span<const std::string> words);
+
 struct ReadGame {
   std::optional<Game> game;  // nothing when the line names no position that can be searched
   std::string complaint;     // empty when all of the line was taken
+  bool readable = true;      // it names some position, if only one that cannot be searched
 };
 
 // Reads the words behind `position`. Moves end at the first that is not legal. A FEN must have a
-// king of both colours, no pawn on a first or last rank and no king that could be taken; rights to
-// castle without king or rook at home, and passed squares that no double step has passed, are
-// dropped.
+// king of both colours, no pawn on a first or last rank, no more than 32 men and no king that could
+// be taken; rights to castle without king or rook at home, and passed squares that no double step
+// has passed, are dropped.
 ReadGame read_game(std::span<const std::string> words);
 
 }  // namespace companion

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace companion {
 
@@ -22,11 +23,13 @@ struct GoLimits {
   std::optional<std::uint64_t> nodes;
   std::optional<Milliseconds> move_time;
   bool infinite = false, ponder = false;
+  std::vector<std::string> complaints;  // of what could not be taken
 };
 
-// Reads the words behind `go`, in any order. Unknown words are passed over, and so are limits
-// without a number. The moves behind `searchmoves` are passed over too: the engine cannot be kept
-// to some moves.
+// Reads the words behind `go`, in any order. Unknown words are passed over without a word. A limit
+// whose number is missing, cannot be read or is too small is complained of and does not count; one
+// that is too large counts as the largest. `searchmoves` is complained of as well, and its moves
+// are passed over: the engine cannot be kept to some moves.
 GoLimits read_go(std::span<const std::string> words);
 
 }  // namespace companion

@@ -1,6 +1,7 @@
 #include "companion/info_line.h"
 
 #include <algorithm>
+#include <span>
 
 #include "companion/game.h"
 #include "companion/words.h"
@@ -10,17 +11,6 @@ namespace {
 
 constexpr std::string_view keys_with_one_word[] = {
     "depth", "seldepth", "currmove", "currmovenumber", "nodes", "time", "hashfull", "nps"};
-
-std::vector<rules::Move> legal_start(std::span<const std::string> words, rules::Position p) {
-  std::vector<rules::Move> pv;
-  for (const std::string& word : words) {
-    const auto move = legal_move(p, word);
-    if (!move) break;
-    pv.push_back(*move);
-    p = p.after(*move);
-  }
-  return pv;
-}
 
 std::optional<Score> read_score(const std::string& kind, const std::string& value) {
   const auto n = number_of<int>(value);
@@ -71,8 +61,12 @@ bool InfoLine::has(std::string_view key) const {
 }
 
 void InfoLine::put(std::string_view key, const std::string& value) {
-  for (auto& [name, old] : fields)
-    if (name == key) old = value;
+  const auto field =
+      std::ranges::find(fields, key, [](const auto& f) { return std::string_view(f.first); });
+  if (field != fields.end())
+    field->second = value;
+  else
+    fields.emplace_back(key, value);
 }
 
 void InfoLine::drop(std::string_view key) {
@@ -101,8 +95,7 @@ std::optional<InfoLine> read_info(std::string_view line, const rules::Position& 
   InfoLine info;
   for (std::size_t i = 1; i < words.size();) {
     if (words[i] == "pv") {
-      info.pv =
-          legal_start({words.begin() + static_cast<std::ptrdiff_t>(i) + 1, words.end()}, root);
+      info.pv = legal_start(root, std::span(words).subspan(i + 1));
       break;
     }
     i += std::max<std::size_t>(read_field(words, i, info), 1);

@@ -32,7 +32,7 @@ struct InfoLine {
   std::vector<rules::Move> pv;
 
   bool has(std::string_view key) const;
-  // Gives the field a new value, if it is there.
+  // Gives the field a value, in its place, or behind the others when it is not there.
   void put(std::string_view key, const std::string& value);
   void drop(std::string_view key);
   // What it tells of the work alone, without the score and the moves.

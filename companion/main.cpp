@@ -1,8 +1,11 @@
 // korvu-uci: full UCI on one side, the engine's own dialogue on the other.
-#include <signal.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
+#include <csignal>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -10,6 +13,7 @@
 
 #include "companion/client.h"
 #include "companion/session.h"
+#include "tools/about.h"
 
 namespace {
 
@@ -21,14 +25,27 @@ constexpr std::string_view usage =
     "which it starts as its child. ENGINE is the path of the engine; without it the program korvu\n"
     "beside this one is started.\n";
 
-// The engine of an installation stands beside the companion, that of a build in the next folder.
 std::string engine_beside() {
   std::error_code error;
-  const auto here = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-  const auto built = here / ".." / "src" / "korvu";
-  if (!std::filesystem::exists(here / "korvu", error) && std::filesystem::exists(built, error))
-    return built.string();
-  return (here / "korvu").string();
+  return (std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "korvu").string();
+}
+
+bool is_open(int file) {
+  return ::fcntl(file, F_GETFD) >= 0;
+}
+
+bool lacks(int file, std::string_view name) {
+  if (is_open(file)) return false;
+  std::cerr << "korvu-uci: standard " << name << " is closed\n";
+  return true;
+}
+
+// The number of a closed file would be that of the next one opened, which is meant for something
+// else. For lack of a file for errors alone nobody is turned away.
+bool lacks_input_or_output() {
+  if (lacks(STDIN_FILENO, "input") || lacks(STDOUT_FILENO, "output")) return true;
+  if (!is_open(STDERR_FILENO)) ::open("/dev/null", O_WRONLY);
+  return false;
 }
 
 int run(const std::string& engine) {
@@ -57,19 +74,18 @@ int run(const std::string& engine) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view argument = argc > 1 ? argv[1] : "";
-  if (argc > 2 || (argument.starts_with("-") && argument != "--help" && argument != "--version")) {
+  if (tools::tells_about_itself(argc, argv, "korvu-uci", usage)) return 0;
+  const std::string argument = argc > 1 ? argv[1] : "";
+  if (argc > 2 || argument.starts_with("-")) {
     std::cerr << usage;
     return 2;
   }
-  if (argument == "--help") {
-    std::cout << usage;
-    return 0;
+  if (lacks_input_or_output()) return 1;
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return run(argument.empty() ? engine_beside() : argument);
+  } catch (const std::exception& e) {
+    std::cerr << "korvu-uci: " << e.what() << '\n';
+    return 1;
   }
-  if (argument == "--version") {
-    std::cout << "korvu-uci " << KORVU_VERSION << '\n';
-    return 0;
-  }
-  ::signal(SIGPIPE, SIG_IGN);
-  return run(argument.empty() ? engine_beside() : std::string(argument));
 }

@@ -68,6 +68,19 @@ int deepest(const GoLimits& go, int deep) {
   return deep;
 }
 
+// What a move is to take on the average: by a clock without a control the time lasts for ever.
+Milliseconds fair_share(const Clock& clock, std::optional<int> moves_to_go) {
+  constexpr int usual = 25;
+  return *clock.left / std::min(moves_to_go.value_or(usual), usual) + clock.increment * 3 / 4;
+}
+
+// The engine divides a clock of this length, or a longer one, by itself; a shorter one limits its
+// depth alone, mostly to what takes it a small part of the time.
+constexpr Milliseconds divided_by_the_engine{100000};
+
+// By a clock shorter than this it is through at once, which is all that there is time for.
+constexpr Milliseconds hardly_any{1000};
+
 Stage without_limits(int deep) {
   return {deep, true, go_line(no_clock)};
 }
@@ -84,19 +97,42 @@ std::vector<Stage> stages_to(int deep, bool exact) {
 }
 
 // The engine trusts its clock, and can be stopped in the middle of its only pass, when it has not
-// looked at all moves yet or told nothing. So shallow searches have done so before, but for short
-// clocks, by which it is through at once. Setting 3 can take tenths of a second: it is for those
-// who have the time, and for those who are likely to cut the engine short.
+// looked at all moves yet or told nothing. So shallow searches have done so before. Setting 3 can
+// take tenths of a second: it is for those who have the time, and for those who are likely to cut
+// the engine short.
 std::vector<Stage> stages_by(Milliseconds clock, std::optional<Milliseconds> patience) {
-  constexpr Milliseconds deep_from{20000}, short_patience{2000}, long_patience{10000};
+  constexpr Milliseconds short_patience{2000}, long_patience{10000};
   const Milliseconds time = patience.value_or(long_patience);
   std::vector<Stage> stages;
-  if (clock >= deep_from) {
+  if (clock >= hardly_any) {
     stages = {without_limits(1), without_limits(2)};
     if (time < short_patience || time >= long_patience) stages.push_back(without_limits(3));
   }
   stages.push_back({std::nullopt, false, go_line(clock)});
   return stages;
+}
+
+// One setting after the other, as long as there is time for another one.
+std::vector<Stage> one_by_one(int deep) {
+  std::vector<Stage> stages;
+  for (int k = std::min(deep, 1); k <= deep; ++k) stages.push_back(without_limits(k));
+  return stages;
+}
+
+// A setting takes some five times as long as the one before. So it is begun when less than two
+// fifths of the share are spent, and cut short at two and a half shares, or when the move must be
+// answered for anyway.
+void divide_the_clock(const Clock& clock, std::optional<int> moves_to_go, int deep,
+                      SearchPlan& plan) {
+  const Milliseconds share = std::max(fair_share(clock, moves_to_go), Milliseconds(1));
+  plan.enough = share * 2 / 5;
+  const Milliseconds told = clock_for_the_engine(clock, moves_to_go);
+  if (told < hardly_any || told >= divided_by_the_engine) {
+    plan.stages = stages_by(told, plan.patience);
+    return;
+  }
+  plan.stages = one_by_one(deep);
+  plan.patience = std::min(*plan.patience, share * 5 / 2);
 }
 
 }  // namespace
@@ -115,9 +151,12 @@ SearchPlan plan_search(const GoLimits& go, bool white_moves, int deep, Milliseco
   }
   if (go.infinite) plan.patience.reset();
   const bool by_the_clock = !go.infinite && !go.move_time && !go.depth && !go.nodes && !go.mate;
+  if (by_the_clock && clock) {
+    divide_the_clock(*clock, moves_to_go, deep, plan);
+    return plan;
+  }
   if (by_the_clock) {
-    plan.stages =
-        stages_by(clock ? clock_for_the_engine(*clock, moves_to_go) : no_clock, plan.patience);
+    plan.stages = stages_by(no_clock, std::nullopt);
     return plan;
   }
   const int last = deepest(go, deep);

@@ -24,6 +24,7 @@ struct SearchPlan {
   // good move at any moment.
   std::vector<Stage> stages;
   std::optional<Milliseconds> patience;  // the move is due after so much time
+  std::optional<Milliseconds> enough;    // after so much no further search is begun
   std::optional<std::uint64_t> nodes;    // ... or when so many are reported
   std::optional<int> mate;               // ... or a mate in so many moves
   std::optional<int> depth;              // ... or a line deeper than this

@@ -12,12 +12,15 @@ namespace {
 using std::chrono::steady_clock;
 
 // A search that nobody waits for may end by itself within this time; the engine then keeps what it
-// remembers. A new one is there within milliseconds, so that a move in a hurry does not wait.
-constexpr Milliseconds grace{100}, hurry{1000};
+// remembers. A new one is there within milliseconds, so that the next search does not wait for
+// that.
+constexpr Milliseconds grace{100};
 
 // For the reply to `uci`, and when the client has already left.
 constexpr Milliseconds patience_at_the_start{10000}, patience_after_quit{2000};
 
+// So often the engine is started anew without a search that it has ended. A go begins to count
+// anew.
 constexpr int deaths_borne = 5;
 
 constexpr std::string_view commands[] = {"uci",  "isready",   "setoption",  "position", "go",
@@ -35,8 +38,7 @@ Session::Session(boost::asio::io_context& io, const std::string& engine, Voices 
 
 // --- Lines of the client ---
 
-// Words before the command are passed over. All but isready waits until the engine's options are
-// known. Behind quit nothing counts.
+// Words before the command are passed over. Behind quit nothing counts.
 void Session::hear(const std::string& line) {
   if (quits_) return;
   const Words words = words_of(line);
@@ -45,12 +47,17 @@ void Session::hear(const std::string& line) {
   });
   if (command == words.end()) return;
   quits_ = *command == "quit";
-  if (*command == "isready")
-    voices_.say("readyok");
-  else if (knows_the_engine_)
-    obey(*command, {command + 1, words.end()});
-  else
+  if (must_wait(*command))
     put_off({command, words.end()});
+  else
+    obey(*command, {command + 1, words.end()});
+}
+
+// All does until the engine's options are known, but isready is answered unless a uci is not yet.
+bool Session::must_wait(const std::string& command) const {
+  if (knows_the_engine_) return false;
+  return command != "isready" ||
+         std::ranges::any_of(early_, [](const Words& words) { return words[0] == "uci"; });
 }
 
 // Who quits early waits for what was asked for, but not long.
@@ -70,6 +77,7 @@ void Session::put_off(Words words) {
 
 void Session::obey(const std::string& command, std::span<const std::string> rest) {
   if (command == "uci") identify();
+  if (command == "isready") voices_.say("readyok");
   if (command == "setoption") set_option(rest);
   if (command == "position") take_position(rest);
   if (command == "go") go(rest);
@@ -106,38 +114,38 @@ void Session::set_option(std::span<const std::string> words) {
 
 void Session::take_position(std::span<const std::string> words) {
   ReadGame read = read_game(words);
-  if (!read.complaint.empty()) voices_.say("info string " + read.complaint);
-  game_ = std::move(read.game);
+  const std::string kept = read.readable ? "" : "; the one before is kept";
+  if (!read.complaint.empty()) voices_.say("info string " + read.complaint + kept);
+  if (read.readable) game_ = std::move(read.game);
 }
 
 // The engine's game memory would answer out of the game before.
 void Session::new_game() {
   game_ = Game{};
-  if (options_.engine_has_button(clear_memory)) buttons_.push_back(clear_memory);
+  if (options_.engine_has_button(clear_memory)) buttons_.emplace_back(clear_memory);
 }
 
 void Session::go(std::span<const std::string> words) {
   stop();
-  if (!game_) {
-    voices_.say("bestmove (none)");
-    return;
-  }
   ++searches_;
   Search& s = search_.emplace();
   s.since = steady_clock::now();
-  s.game = *game_;
   s.limits = read_go(words);
+  for (const std::string& complaint : s.limits.complaints) voices_.say("info string " + complaint);
+  if (game_) s.game = *game_;
   s.plan = plan_search(s.limits, s.game.now.white_to_move(), options_.deep_setting(),
                        Milliseconds(options_.overhead_ms()));
   s.held = s.limits.infinite || s.limits.ponder;
-  if (s.game.now.legal_moves().empty()) {
+  s.replies = game_ ? s.game.now.legal_moves().size() : 0;
+  if (s.replies == 0) {
     answer_without_moves();
     return;
   }
   // It stands until the engine has looked at it too: a first line may be of any move.
   if (const auto choice = plain_choice(s.game.now)) s.best.conclude(*choice);
   if (!s.held) wait_for_the_clock();
-  if (engine_ == Engine::abandoned && s.plan.patience.value_or(hurry) < hurry) start();
+  if (engine_ == Engine::lost) deaths_ = 0;
+  if (engine_ == Engine::lost || engine_ == Engine::abandoned) start();
   if (engine_ == Engine::ready) ask();
 }
 
@@ -177,6 +185,13 @@ bool Session::nodes_are_spent() const {
   return limit && !search_->held && search_->nodes_before + search_->nodes >= *limit;
 }
 
+// Has a move by the clock been thought about enough, now that a search has ended?
+bool Session::needs_no_more() const {
+  const auto& enough = search_->plan.enough;
+  if (!enough || search_->held) return false;
+  return search_->replies == 1 || steady_clock::now() - search_->since >= *enough;
+}
+
 // Does this line end the search, by the limits of the client?
 bool Session::enough(const InfoLine& info) const {
   if (search_->held) return false;
@@ -192,15 +207,24 @@ void Session::conclude() {
   if (!search_->held) answer();
 }
 
-// Nodes and time of all that was done for the client's go.
-void Session::bring_up_to_date(const Search& search, InfoLine& info) {
+// Nodes and time of all that was done for the client's go, and the depth of the search in work:
+// some lines are of an earlier one, and the engine's last line of a mate tells how far off that is.
+void Session::bring_up_to_date(Search& search, InfoLine& info) {
   const auto elapsed = std::chrono::duration_cast<Milliseconds>(steady_clock::now() - search.since);
-  info.put("nodes", std::to_string(search.nodes_before + search.nodes));
-  info.put("time", std::to_string(elapsed.count()));
+  const auto time = static_cast<std::uint64_t>(elapsed.count());
+  const std::uint64_t nodes = search.nodes_before + search.nodes;
+  search.depth_told = std::max(search.depth_told, info.depth.value_or(0));
+  if (info.depth) info.put("depth", std::to_string(search.depth_told));
+  info.put("nodes", std::to_string(nodes));
+  info.put("time", std::to_string(time));
+  if (time > 0)
+    info.put("nps", std::to_string(1000 * nodes / time));
+  else
+    info.drop("nps");
 }
 
 // The line of the move as it is repeated at the end.
-InfoLine Session::closing_line(const Search& search, InfoLine line) {
+InfoLine Session::closing_line(Search& search, InfoLine line) {
   for (const char* of_its_time : {"currmove", "currmovenumber", "hashfull"}) line.drop(of_its_time);
   bring_up_to_date(search, line);
   return line;
@@ -209,7 +233,7 @@ InfoLine Session::closing_line(const Search& search, InfoLine line) {
 // The one answer to a go. A search that is ended before its time closes with the line of its move.
 void Session::answer() {
   due_.cancel();
-  const Search search = std::move(*search_);
+  Search search = std::move(*search_);
   search_.reset();
   const auto move = search.best.move();
   const auto& line = search.best.line();
@@ -229,13 +253,13 @@ void Session::start() {
   try {
     process_.start();
   } catch (const std::system_error& e) {
-    voices_.fail(std::string("the engine does not start: ") + e.what());
+    lose(std::string("the engine does not start: ") + e.what());
     return;
   }
   process_.send("uci");
   grace_.expires_after(patience_at_the_start);
   grace_.async_wait([this](auto error) {
-    if (!error && engine_ == Engine::starting) voices_.fail("the engine does not answer");
+    if (!error && engine_ == Engine::starting) lose("the engine does not answer");
   });
 }
 
@@ -297,6 +321,7 @@ void Session::hear_engine(const std::string& line) {
       if (bestmove && --owed_ == 0) engine_is_ready();
       break;
     case Engine::ready:
+    case Engine::lost:
       break;
   }
 }
@@ -322,7 +347,8 @@ void Session::engine_is_ready() {
 
 void Session::hear_info(const std::string& line) {
   auto info = read_info(line, search_->game.now);
-  if (!info) return;
+  // Its lines of speed alone are of its own search, and of the time that it knows.
+  if (!info || !info->depth) return;
   Search& s = *search_;
   const bool running = info->has("currmove");
   if (running && !s.held && s.plan.depth && info->depth > s.plan.depth) {
@@ -365,7 +391,8 @@ void Session::hear_bestmove(const std::string& line) {
   const auto& best = s.best.line();
   const bool mates = best && best->score->mate && best->score->value > 0;
   ++s.stage;
-  if (s.from_book || mates || nodes_are_spent() || s.stage == s.plan.stages.size())
+  if (s.from_book || mates || nodes_are_spent() || needs_no_more() ||
+      s.stage == s.plan.stages.size())
     conclude();
   else
     ask();
@@ -379,16 +406,39 @@ void Session::abandon() {
   });
 }
 
-// By itself, and unasked.
+// By itself, and unasked. One that has never answered is not the engine at all.
 void Session::engine_ended() {
-  if (engine_ == Engine::starting || ++deaths_ > deaths_borne) {
-    voices_.fail("the engine ends by itself");
+  const std::string what = "the engine has ended by itself";
+  if (!knows_the_engine_ || ++deaths_ > deaths_borne) {
+    lose(what);
     return;
   }
-  voices_.say("info string the engine has ended by itself and is started anew");
+  voices_.say("info string " + what + " and is started anew");
   const bool over_the_search = engine_ == Engine::thinking;
+  if (over_the_search) search_->nodes_before += std::exchange(search_->nodes, 0);
   start();
-  if (over_the_search && std::exchange(search_->retried, true)) answer();
+  if (over_the_search && waits_for_the_engine() && std::exchange(search_->retried, true))
+    do_without_the_engine();
+}
+
+void Session::lose(const std::string& reason) {
+  engine_ = Engine::lost;
+  grace_.cancel();
+  process_.end();
+  if (!knows_the_engine_) {
+    voices_.fail(reason);
+    return;
+  }
+  voices_.say("info string " + reason + "; without it moves are guesses");
+  if (waits_for_the_engine()) do_without_the_engine();
+}
+
+// The best move that is known is legal, and comes when it may.
+void Session::do_without_the_engine() {
+  if (search_->held)
+    search_->concluded = true;
+  else
+    answer();
 }
 
 }  // namespace companion

@@ -24,12 +24,14 @@ struct Search {
   Game game;
   GoLimits limits;
   SearchPlan plan;
+  std::size_t replies = 0;  // the legal moves
   std::size_t stage = 0;
   bool held = false;       // infinite or pondering: no answer but on stop or ponderhit
   bool from_book = false;  // the engine answers without a search
   bool concluded = false;  // the engine has said its last word
   bool retried = false;    // the engine has died once over it
   bool told_a_line = false;
+  int depth_told = 0;                         // the greatest
   std::uint64_t nodes_before = 0, nodes = 0;  // of earlier stages, of this one
   std::chrono::steady_clock::time_point since;
   BestLine best;
@@ -40,7 +42,7 @@ class Session {
   // How the session speaks to the world.
   struct Voices {
     std::function<void(const std::string&)> say;   // a line for the client
-    std::function<void(const std::string&)> fail;  // the engine cannot be had, for this reason
+    std::function<void(const std::string&)> fail;  // the engine was never to be had: the reason
     std::function<void()> leave;                   // the client has ended the session
   };
 
@@ -51,10 +53,11 @@ class Session {
   void end_of_input();
 
  private:
-  // What the engine is about.
-  enum class Engine { starting, ready, thinking, abandoned };
+  // What the engine is about. One that is lost is sought again at the next go.
+  enum class Engine { starting, ready, thinking, abandoned, lost };
 
   // Lines of the client.
+  bool must_wait(const std::string& command) const;
   void put_off(Words words);
   void obey(const std::string& command, std::span<const std::string> rest);
   void identify();
@@ -71,11 +74,12 @@ class Session {
   void wait_for_the_clock();
   bool waits_for_the_engine() const { return search_ && !search_->concluded; }
   bool nodes_are_spent() const;
+  bool needs_no_more() const;
   bool enough(const InfoLine& info) const;
   void conclude();
   void answer();
-  static void bring_up_to_date(const Search& search, InfoLine& info);
-  static InfoLine closing_line(const Search& search, InfoLine line);
+  static void bring_up_to_date(Search& search, InfoLine& info);
+  static InfoLine closing_line(Search& search, InfoLine line);
 
   // The engine.
   void ask();
@@ -88,6 +92,8 @@ class Session {
   void tell_of_the_move(const InfoLine& info);
   void hear_bestmove(const std::string& line);
   void engine_ended();
+  void lose(const std::string& reason);
+  void do_without_the_engine();
   void engine_is_ready();
   void abandon();
 
@@ -101,7 +107,7 @@ class Session {
   std::vector<Words> early_;        // commands of the client from before that
   bool quits_ = false;              // the client has said quit
 
-  std::optional<Game> game_ = Game{};  // the position held
+  std::optional<Game> game_ = Game{};  // the position held; nothing when it cannot be played
   std::optional<Search> search_;
   int searches_ = 0;
 

@@ -2,17 +2,13 @@
 Stockfish, from the Debian package, asked for `go perft 1`."""
 
 import dataclasses
-import os
+import pathlib
 import re
-import shutil
 import subprocess
+import sys
 
-
-def program(name):
-    """The path of an installed program; Debian keeps its engines in /usr/games."""
-    path = shutil.which(name, path=os.environ.get("PATH", "") + os.pathsep + "/usr/games")
-    assert path is not None, f"{name} is not installed"
-    return path
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from programs import program  # noqa: E402
 
 
 @dataclasses.dataclass(frozen=True)

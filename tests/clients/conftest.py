@@ -6,15 +6,16 @@ own error. `--engine NAME` makes the tests with one of the two alone, and `--eng
 the clients themselves, which need neither.
 """
 
-import os
-import pathlib
 import stat
 import sys
 
 import pytest
-from arbiter import Arbiter, program
+from arbiter import Arbiter
 from driver import Driver, Engine
 from judge import Habits
+
+from fixtures import add_patience, named_by, patience  # noqa: F401
+from programs import program
 
 # Answers as it should, but for what a test replaces.
 STAND_IN = """\
@@ -39,13 +40,7 @@ answers["end"]()
 
 
 def pytest_addoption(parser):
-    parser.addoption(
-        "--patience",
-        type=float,
-        default=1.0,
-        metavar="FACTOR",
-        help="wait so many times as long for answers, on busy machines",
-    )
+    add_patience(parser)
     parser.addoption("--engine", choices=["stockfish", "korvu-uci", "none"])
 
 
@@ -65,16 +60,6 @@ def pytest_collection_modifyitems(config, items):
 
     config.hook.pytest_deselected(items=[item for item in items if not is_wanted(item)])
     items[:] = filter(is_wanted, items)
-
-
-def named_by(variable):
-    path = os.environ.get(variable)
-    if not path:
-        pytest.fail(f"the environment variable {variable} does not name the program to test")
-    path = pathlib.Path(path).resolve()
-    if not os.access(path, os.X_OK):
-        pytest.fail(f"there is no program to run at {path}")
-    return path
 
 
 def stockfish():
@@ -98,11 +83,6 @@ def arbiter():
     arbiter = Arbiter()
     yield arbiter
     arbiter.close()
-
-
-@pytest.fixture(scope="session")
-def patience(pytestconfig):
-    return pytestconfig.getoption("--patience")
 
 
 SLOWEST = {}  # engine and what was waited for: seconds

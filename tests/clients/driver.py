@@ -7,10 +7,11 @@ import pathlib
 import queue
 import signal
 import subprocess
-import threading
 import time
 
 from judge import Fault, Habits, Judge
+
+from programs import Spoken
 
 # Seconds. Each is what a person at a board would find prompt; `patience` stretches them all on slow
 # or busy machines.
@@ -29,28 +30,15 @@ class Engine:
     options: tuple = ()  # (name, value), set at the start
 
 
-class Driver:
+class Driver(Spoken):
     def __init__(self, engine, arbiter, patience=1.0, **how):
         self.engine = engine
         self.judge = Judge(arbiter, engine.habits)
         self.patience = patience
         self.dialogue = []
         self.slowest = {}  # what was waited for: seconds
-        self.lines = queue.Queue()
         self.start = time.monotonic()
-        self.process = subprocess.Popen(
-            [str(word) for word in engine.command],
-            stdin=subprocess.PIPE,
-            stdout=subprocess.PIPE,
-            **how,
-        )
-        threading.Thread(target=self._read, daemon=True).start()
-
-    def _read(self):
-        for line in self.process.stdout:
-            text = line.decode("ascii", "backslashreplace").removesuffix("\n")
-            self.lines.put((time.monotonic(), text))
-        self.lines.put((time.monotonic(), None))
+        super().__init__(engine.command, **how)
 
     # --- lines ---
 
@@ -72,8 +60,7 @@ class Driver:
             self._note(">", line, time.monotonic())
             self.judge.sent(line)
         try:
-            self.process.stdin.write(text.encode())
-            self.process.stdin.flush()
+            self.write(text.encode())
         except BrokenPipeError:
             raise self.fault("has left") from None
 

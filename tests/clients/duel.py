@@ -2,9 +2,6 @@
 """Plays matches of the companion as strict programs do: every line of it is judged, its clock runs
 from the go that was sent to the bestmove that has come, and nothing is allowed beyond it.
 
-    duel.py COMPANION KORVU REFEREE [--opponent NAME] [--games N] [--clock SECONDS+INCREMENT]
-            [--margin SECONDS] [--seed N] [--save FILE]
-
 One game at a time, colours in turn, White first; the first four plies are random, game k of one seed
 being game 1 of k - 1 seeds further. Ends with 1 when a game was not played to an end
 that the rules know, and that was the companion's doing.
@@ -19,9 +16,12 @@ import subprocess
 import sys
 import time
 
-from arbiter import Arbiter, Position, program
+from arbiter import Arbiter, Position
 from driver import Driver, Engine
 from judge import Fault, Habits
+
+from matches import add_options, colour_of, ends, points_of
+from programs import program
 
 LONGEST = 600  # plies; no opponent holds out so long
 SLOPPY = Habits(strict=False)
@@ -77,10 +77,9 @@ def other(colour):
 
 
 def play(drivers, clock, referee, opening=(), margin=0.0):
-    """One game. `drivers` are White's and Black's, both introduced; `clock` is seconds and seconds
-    more for each move. Each overstepping of the clock by more than the margin loses."""
-    seconds, increment = clock
-    clocks = [float(seconds)] * 2
+    """One game. `drivers` are White's and Black's, both introduced. Each overstepping of the clock by
+    more than the margin loses."""
+    clocks = [float(clock.seconds)] * 2
     game = Game(tuple(opening), least=list(clocks))
     for driver in drivers:
         driver.send("ucinewgame")
@@ -89,7 +88,7 @@ def play(drivers, clock, referee, opening=(), margin=0.0):
         turn = len(game.moves) % 2
         driver, colour = drivers[turn], ("White", "Black")[turn]
         try:
-            took = one_move(driver, game.moves, clocks, increment, margin)
+            took = one_move(driver, game.moves, clocks, clock.increment, margin)
         except Late as late:
             game.kind, game.winner, game.remark = "time", other(colour), str(late)
             return game
@@ -98,7 +97,7 @@ def play(drivers, clock, referee, opening=(), margin=0.0):
             return game
         clocks[turn] = max(0.0, clocks[turn] - took)
         game.least[turn] = min(game.least[turn], clocks[turn])
-        clocks[turn] += increment
+        clocks[turn] += clock.increment
         game.moves += (driver.judge.last.bestmove,)
         verdict = referee.verdict(game.moves)
         if verdict != "open":
@@ -154,9 +153,7 @@ def summary(games, colours):
         if game.kind in ("time", "fault")
     ]
     points = sum(
-        0.5 if game.winner is None else float(game.winner == colour)
-        for game, colour in zip(games, colours)
-        if game.kind != "unfinished"
+        points_of(game.result(), colour) or 0 for game, colour in zip(games, colours)
     )
     by_rules = len(games) - sum(kinds[kind] for kind in ("time", "fault", "unfinished"))
     return "\n".join(
@@ -171,7 +168,7 @@ def summary(games, colours):
             f"unfinished {kinds['unfinished']}",
             f"score      {points:g} of {len(games) - kinds['unfinished']}",
             f"plies      {sum(len(game.moves) for game in games)}",
-            "ends       " + ", ".join(f"{kind} {n}" for kind, n in kinds.most_common()),
+            ends(kinds),
         ]
     )
 
@@ -182,15 +179,10 @@ def is_fault_of(game, colour):
     )
 
 
-def clock_of(text):
-    seconds, _, increment = text.partition("+")
-    return float(seconds), float(increment or 0)
-
-
 def match(arbiter, referee, companion, opponent, settings):
     games, colours = [], []
     for number, opening in enumerate(openings(arbiter, settings.games, settings.seed), 1):
-        colour = ("White", "Black")[(number - 1) % 2]
+        colour = colour_of(number)
         pair = (companion, opponent) if colour == "White" else (opponent, companion)
         drivers = []
         try:
@@ -221,16 +213,15 @@ def match(arbiter, referee, companion, opponent, settings):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="The companion against engines from Debian.")
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
     parser.add_argument("companion", type=pathlib.Path)
     parser.add_argument("engine", type=pathlib.Path)
     parser.add_argument("referee", type=pathlib.Path)
-    parser.add_argument("--opponent", choices=("stockfish", "gnuchess"), default="stockfish")
-    parser.add_argument("--games", type=int, default=2)
-    parser.add_argument("--clock", type=clock_of, default=(10.0, 0.1))
-    parser.add_argument("--margin", type=float, default=0.0)
+    add_options(parser, ("stockfish", "gnuchess"))
+    parser.add_argument("--margin", type=float, default=0.0, help="seconds that a clock may lack")
     parser.add_argument("--seed", type=int, default=0)
-    parser.add_argument("--save", type=pathlib.Path, help="append the games to this file")
     settings = parser.parse_args()
     companion = Engine("korvu-uci", (settings.companion.resolve(), settings.engine.resolve()))
     arbiter = Arbiter()

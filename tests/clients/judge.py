@@ -9,6 +9,8 @@ import re
 
 from arbiter import Position
 
+from option_lines import read_option
+
 LONGEST_LINE = 4000
 
 COUNTERS = frozenset(
@@ -30,45 +32,6 @@ class Habits:
     complains: tuple = ()  # beginnings of what it says of lines that it does not know
     passes_over_searchmoves: bool = False  # answers with the best of all moves
     strict: bool = True  # when not, only the answers that a client waits for are looked at
-
-
-@dataclasses.dataclass
-class Option:
-    name: str
-    type: str
-    default: str | None = None
-    min: int | None = None
-    max: int | None = None
-    var: list = dataclasses.field(default_factory=list)
-
-
-def read_option(line):
-    """An `option` line, which must be whole and have a default that it allows itself."""
-    words = re.split(r"\s(name|type|default|min|max|var)(?=\s|$)", line)
-    if words[0] != "option" or words[1::2][:2] != ["name", "type"]:
-        raise Fault(f"not an option: {line}")
-    option = Option(words[2].strip(), words[4].strip())
-    for key, value in zip(words[5::2], (word.strip() for word in words[6::2])):
-        if key == "var":
-            option.var.append(value)
-        elif key in ("min", "max"):
-            setattr(option, key, int(value))
-        else:
-            setattr(option, key, value)
-    allowed = {
-        "check": lambda: option.default in ("true", "false"),
-        "spin": lambda: option.min <= int(option.default) <= option.max,
-        "combo": lambda: option.default in option.var and len(set(option.var)) == len(option.var),
-        "button": lambda: option.default is None,
-        "string": lambda: option.default is not None,
-    }
-    try:
-        sound = option.type in allowed and allowed[option.type]()
-    except (TypeError, ValueError):
-        sound = False
-    if not sound or not option.name:
-        raise Fault(f"an option that contradicts itself: {line}")
-    return option
 
 
 def is_number(word, sign=""):
@@ -215,7 +178,10 @@ class Judge:
 
     def _option(self, line):
         self._in_introduction(line)
-        option = read_option(line)
+        try:
+            option = read_option(line)
+        except ValueError as error:
+            raise Fault(error) from None
         if option.name.lower() in map(str.lower, self.options) and not self.has_introduced_itself:
             raise Fault(f"the option {option.name} is offered twice")
         self.options[option.name] = option

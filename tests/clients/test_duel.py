@@ -1,10 +1,12 @@
 """Whole games under a strict clock, and what duel.py says of games that go wrong."""
 
 import pytest
-from arbiter import program
 from conftest import named_by
 from driver import Driver, Engine
 from duel import Game, Referee, is_fault_of, opponents, play, summary
+
+from matches import Clock
+from programs import program
 
 
 @pytest.fixture(scope="session")
@@ -19,7 +21,7 @@ def test_a_short_game(start, arbiter, referee, patience, colour):
     weakest = Driver(opponents()["stockfish"], arbiter, 5.0).begin()
     try:
         drivers = (engine, weakest) if colour == "White" else (weakest, engine)
-        game = play(drivers, (3, 0.1), referee, ("a2a4", "h7h5"), 0.05 * patience)
+        game = play(drivers, Clock(3, 0.1), referee, ("a2a4", "h7h5"), 0.05 * patience)
     finally:
         weakest.close()
     print(game)
@@ -39,7 +41,7 @@ def test_a_short_game(start, arbiter, referee, patience, colour):
 )
 def test_an_engine_that_goes_wrong_loses(connect, referee, wrong, kind, remark):
     engine, good = connect(wrong).begin(), connect().begin()
-    game = play((engine, good), (0.5, 0), referee)
+    game = play((engine, good), Clock(0.5), referee)
     assert (game.kind, game.winner, game.result()) == (kind, "Black", "0-1")
     assert remark in game.remark
     assert is_fault_of(game, "White")
@@ -51,7 +53,7 @@ def test_every_move_takes_from_the_clock(connect, referee):
     answers by the line that it knows, is asked between."""
     white = connect("'go': lambda: (time.sleep(0.1), say('bestmove e2e4'))").begin()
     black = connect("'go': lambda: say('bestmove e7e5')").begin()
-    game = play((white, black), (2, 0.05), referee)
+    game = play((white, black), Clock(2, 0.05), referee)
     assert (game.moves, game.kind, game.winner) == (("e2e4", "e7e5"), "fault", "Black")
     assert 1.5 < game.least[0] <= 1.9
     assert 1.8 < game.least[1] <= 2.0
@@ -68,7 +70,7 @@ def test_the_rules_end_a_game(connect, referee, opening, kind, winner):
     last = {"checkmate": "d8h4", "repetition": "f6g8"}[kind]
     white = connect().begin()
     black = connect(f"'go': lambda: say('bestmove {last}')").begin()
-    game = play((white, black), (5, 0), referee, opening.split())
+    game = play((white, black), Clock(5), referee, opening.split())
     assert (game.kind, game.winner) == (kind, winner)
 
 

@@ -4,8 +4,10 @@ import re
 
 import pytest
 from arbiter import Position
-from judge import Fault, Habits, Judge, read_info, read_option
+from judge import Fault, Habits, Judge, read_info
 from positions import FIRST_MOVES, MATE, MATE_IN_ONE, ONE_MOVE, SPECIAL, STALEMATE
+
+from option_lines import read_option
 
 INTRODUCED = """\
 > uci
@@ -107,6 +109,7 @@ def test_what_is_forbidden(arbiter, dialogue):
         "> uci\n< id name X\n< uciok",
         "> uci\n< id name",
         "> uci\n< option name A type button\n< option name a type button",
+        "> uci\n< option name A type wheel default 3",
     ],
 )
 def test_an_introduction_that_is_none(arbiter, dialogue):
@@ -184,7 +187,7 @@ def test_infos_that_cannot_be_read(line):
     ],
 )
 def test_options_that_contradict_themselves(line):
-    with pytest.raises(Fault):
+    with pytest.raises(ValueError):
         read_option(line)
 
 

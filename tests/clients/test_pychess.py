@@ -9,8 +9,10 @@ import subprocess
 import sys
 
 import pytest
-from arbiter import Position, program
+from arbiter import Position
 from positions import SPECIAL
+
+from programs import program
 
 CLIENT = pathlib.Path(__file__).parent / "pychess_client.py"
 

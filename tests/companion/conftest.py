@@ -1,7 +1,6 @@
 """The companion over the real process. KORVU_UCI names the program, KORVU_REFEREE the judge of
 moves."""
 
-import os
 import pathlib
 import subprocess
 import sys
@@ -12,33 +11,14 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "dialogue"))
 
 from live import Process  # noqa: E402
+from fixtures import add_patience, named_by, patience  # noqa: E402, F401
 
-
-def pytest_addoption(parser):
-    parser.addoption(
-        "--patience",
-        type=float,
-        default=1.0,
-        metavar="FACTOR",
-        help="wait so many times as long for answers, for slow builds",
-    )
-
-
-def program_of(variable):
-    path = pathlib.Path(os.environ.get(variable, "")).resolve()
-    if not path.is_file():
-        pytest.fail(f"the environment variable {variable} names no program")
-    return path
+pytest_addoption = add_patience
 
 
 @pytest.fixture(scope="session")
 def program():
-    return program_of("KORVU_UCI")
-
-
-@pytest.fixture(scope="session")
-def patience(pytestconfig):
-    return pytestconfig.getoption("--patience")
+    return named_by("KORVU_UCI")
 
 
 @pytest.fixture(scope="session")
@@ -46,7 +26,7 @@ def illegal():
     """What the referee says of moves from a FEN, or nothing when all are legal."""
 
     def judge(moves, fen=None):
-        command = [program_of("KORVU_REFEREE")] + (["--fen", fen] if fen else [])
+        command = [named_by("KORVU_REFEREE")] + (["--fen", fen] if fen else [])
         told = subprocess.run(command, input=" ".join(moves), text=True, capture_output=True)
         return told.stdout if told.returncode else ""
 

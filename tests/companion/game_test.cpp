@@ -18,9 +18,10 @@ std::string fen_after(std::string_view line) {
 }  // namespace
 
 TEST(Game, MovesAreReplayed) {
-  const auto [game, complaint] = read("startpos moves e2e4 e7e5 g1f3");
+  const auto [game, complaint, readable] = read("startpos moves e2e4 e7e5 g1f3");
   ASSERT_TRUE(game);
   EXPECT_EQ(complaint, "");
+  EXPECT_TRUE(readable);
   EXPECT_EQ(game->moves.size(), 3U);
   EXPECT_TRUE(game->from_the_start);
   EXPECT_EQ(game->now.fen(), "rnbqkbnr/pppp1ppp/8/4p3/4P3/5N2/PPPP1PPP/RNBQKB1R b KQkq - 1 2");
@@ -33,10 +34,11 @@ TEST(Game, AFenMayLackItsCounters) {
 }
 
 TEST(Game, MovesEndAtTheFirstThatIsNotLegal) {
-  const auto [game, complaint] = read("startpos moves e2e4 e2e4 e7e5");
+  const auto [game, complaint, readable] = read("startpos moves e2e4 e2e4 e7e5");
   ASSERT_TRUE(game);
   EXPECT_EQ(game->moves.size(), 1U);
   EXPECT_EQ(complaint, "no legal move: e2e4");
+  EXPECT_TRUE(readable);
 }
 
 TEST(Game, PromotionsAreReadInEitherCaseAndWithoutALetterAsQueens) {
@@ -47,15 +49,26 @@ TEST(Game, PromotionsAreReadInEitherCaseAndWithoutALetterAsQueens) {
 
 TEST(Game, WhatCannotBePlayedIsNoPosition) {
   for (const char* line : {
-           "", "somewhere", "fen", "fen 8/8/8/8/8/8/8/8 w - - 0 1",  // no kings
-           "fen 4k3/8/8/8/8/8/8/8 w - - 0 1",                        // one king
-           "fen 4k3/8/8/8/8/8/4R3/4K3 w - - 0 1",                    // Black's king can be taken
-           "fen P3k3/8/8/8/8/8/8/4K3 w - - 0 1",                     // pawn on the last rank
-           "fen 4k3/8/8/8/8/8/8/4K3 x - - 0 1", "fen 4k3/8/8/8/8/8/4K3 w - - 0 1",
+           "fen 8/8/8/8/8/8/8/8 w - - 0 1",        // no kings
+           "fen 4k3/8/8/8/8/8/8/8 w - - 0 1",      // one king
+           "fen 4k3/8/8/8/8/8/4R3/4K3 w - - 0 1",  // Black's king can be taken
+           "fen P3k3/8/8/8/8/8/8/4K3 w - - 0 1",   // pawn on the last rank
            "fen 4k3/pppppppp/nnnnnnnn/bbbbbbbb/QQQQQQQQ/8/8/4K3 w - - 0 1",  // too many men
        }) {
-    const auto [game, complaint] = read(line);
+    const auto [game, complaint, readable] = read(line);
     EXPECT_FALSE(game) << line;
+    EXPECT_TRUE(readable) << line;
+    EXPECT_TRUE(complaint.starts_with("no position to play: ")) << complaint;
+  }
+}
+
+TEST(Game, WhatCannotBeReadNamesNoPosition) {
+  for (const char* line :
+       {"", "somewhere", "fen", "fen somewhere", "moves e2e4", "fen 4k3/8/8/8/8/8/8/4K3 x - - 0 1",
+        "fen 4k3/8/8/8/8/8/4K3 w - - 0 1"}) {
+    const auto [game, complaint, readable] = read(line);
+    EXPECT_FALSE(game) << line;
+    EXPECT_FALSE(readable) << line;
     EXPECT_NE(complaint, "") << line;
   }
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "companion/words.h"
 
 namespace {
@@ -36,9 +38,49 @@ TEST(GoLimits, OfEveryKindAreRead) {
   EXPECT_EQ(read("btime -40").black.left, Milliseconds(-40));
 }
 
-TEST(GoLimits, WhatIsNoLimitIsPassedOver) {
-  const auto go = read("quickly wtime soon depth searchmoves e2e4 d2d4 btime 50");
-  EXPECT_EQ(go.white.left, std::nullopt);
-  EXPECT_EQ(go.depth, std::nullopt);
+TEST(GoLimits, UnknownWordsArePassedOverInSilence) {
+  const auto go = read("quickly e2e4 btime 50 d2d4 7");
   EXPECT_EQ(go.black.left, Milliseconds(50));
+  EXPECT_TRUE(go.complaints.empty());
+}
+
+TEST(GoLimits, ANumberThatIsNoneIsComplainedOfAndDoesNotCount) {
+  const auto limits = [](const companion::GoLimits& go) {
+    return std::tuple(go.white.left, go.black.left, go.white.increment, go.moves_to_go, go.depth,
+                      go.nodes, go.mate, go.move_time);
+  };
+  for (const char* line :
+       {"wtime soon", "btime", "winc -1", "winc 1.5", "movestogo -1", "depth 0", "depth -4",
+        "depth", "depth infinite", "nodes -1", "nodes 0", "nodes 10k", "mate 0", "movetime x",
+        "movetime -1", "nodes 99999999999999999999"}) {
+    const auto go = read(line);
+    EXPECT_EQ(limits(go), limits({})) << line;
+    ASSERT_EQ(go.complaints.size(), 1U) << line;
+    EXPECT_TRUE(go.complaints.front().starts_with("go " + std::string(line) + ":"))
+        << go.complaints.front();
+  }
+}
+
+TEST(GoLimits, TheOtherLimitsOfTheLineCount) {
+  const auto go = read("depth x movetime 100 nodes -1 infinite");
+  EXPECT_EQ(go.move_time, Milliseconds(100));
+  EXPECT_TRUE(go.infinite);
+  EXPECT_EQ(go.complaints.size(), 2U);
+}
+
+// A clock that has run out, no control and no time are what clients mean.
+TEST(GoLimits, NumbersAtTheEdgeCount) {
+  const auto go = read("wtime -5 movestogo 0 movetime 0 depth 99999999999 winc 0");
+  EXPECT_EQ(go.white.left, Milliseconds(-5));
+  EXPECT_EQ(go.moves_to_go, 0);
+  EXPECT_EQ(go.move_time, Milliseconds(0));
+  EXPECT_EQ(go.depth, 2147483647);
+  EXPECT_TRUE(go.complaints.empty());
+}
+
+TEST(GoLimits, MovesToSearchAreComplainedOfOnce) {
+  const auto go = read("searchmoves e2e4 d2d4 depth 3");
+  ASSERT_EQ(go.complaints.size(), 1U);
+  EXPECT_TRUE(go.complaints.front().starts_with("go searchmoves: "));
+  EXPECT_EQ(go.depth, 3);
 }

@@ -66,11 +66,11 @@ TEST(InfoLine, ScoresAreOrdered) {
       EXPECT_EQ(falling[i]<falling[j], i> j) << i << ' ' << j;
 }
 
-TEST(InfoLine, FieldsAreReplacedWhereTheyStand) {
+TEST(InfoLine, FieldsAreReplacedWhereTheyStandOrAdded) {
   auto info = read_info("info nodes 5 time 9 pv e2e4", Position::start());
-  info->put("time", "12");
-  info->put("hashfull", "1");
-  EXPECT_EQ(info->text(), "info nodes 5 time 12 pv e2e4");
+  info->put("nodes", "12");
+  info->put("nps", "1");
+  EXPECT_EQ(info->text(), "info nodes 12 time 9 nps 1 pv e2e4");
 }
 
 TEST(InfoLine, ProgressIsTheLineWithoutScoreAndMoves) {

@@ -39,49 +39,77 @@ using Deeps = std::vector<int>;
 
 }  // namespace
 
+// The engine divides the clock by itself from 100 s on.
 TEST(SearchPlan, TheClockIsThatOfTheSideToMove) {
-  EXPECT_EQ(clock_in(plan("wtime 300000 btime 45000", white)), 300000);
-  EXPECT_EQ(clock_in(plan("wtime 300000 btime 45000", black)), 45000);
-  EXPECT_EQ(clock_in(plan("btime 45000 wtime 300000", black)), 45000);
+  EXPECT_EQ(clock_in(plan("wtime 300000 btime 145000", white)), 300000);
+  EXPECT_EQ(clock_in(plan("wtime 300000 btime 145000", black)), 145000);
+  EXPECT_EQ(clock_in(plan("btime 145000 wtime 300000", black)), 145000);
 }
 
 TEST(SearchPlan, AClockAloneCountsForBoth) {
-  EXPECT_EQ(clock_in(plan("btime 45000", white)), 45000);
-  EXPECT_EQ(clock_in(plan("wtime 45000", black)), 45000);
+  EXPECT_EQ(clock_in(plan("btime 145000", white)), 145000);
+  EXPECT_EQ(clock_in(plan("wtime 145000", black)), 145000);
 }
 
-TEST(SearchPlan, ByTheClockTheLastSearchHasTheClientsSettings) {
-  for (const char* go : {"wtime 300000 btime 300000", "", "ponder wtime 5000 btime 5000"})
+TEST(SearchPlan, ByALongClockTheLastSearchHasTheClientsSettings) {
+  for (const char* go : {"wtime 300000 btime 300000", "wtime 100000", "", "ponder wtime 100000"})
     EXPECT_EQ(deeps(plan(go)).back(), -1) << go;
 }
 
-// By a long clock it would be silent for seconds; by a short one it is through at once.
+// By a long clock it would be silent for seconds.
 TEST(SearchPlan, ALongClockBeginsWithShallowSearches) {
-  for (const char* go : {"wtime 300000 btime 300000", "wtime 60000 btime 60000", "",
-                         "ponder wtime 3600000 btime 3600000"})
+  for (const char* go : {"wtime 300000 btime 300000", "", "ponder wtime 3600000 btime 3600000"})
     EXPECT_EQ(deeps(plan(go)), (Deeps{1, 2, 3, -1})) << go;
-  EXPECT_EQ(deeps(plan("wtime 40000 btime 40000")), (Deeps{1, 2, -1}));
-  EXPECT_EQ(deeps(plan("wtime 19999 btime 19999")), Deeps{-1});
+}
+
+TEST(SearchPlan, ByAShorterClockEachSettingIsTriedInTurn) {
+  for (const char* go : {"wtime 60000 btime 60000", "wtime 1000", "ponder wtime 99999"})
+    EXPECT_EQ(deeps(plan(go)), (Deeps{1, 2, 3, 4, 5, 6, 7, 8, 9})) << go;
+  EXPECT_EQ(deeps(plan("wtime 60000", white, 3)), (Deeps{1, 2, 3}));
+  EXPECT_EQ(deeps(plan("wtime 60000", white, 0)), Deeps{0});
+}
+
+// A share of 10 s + 0.1 s is 400 + 75 ms.
+TEST(SearchPlan, AShorterClockIsDividedIntoTwentyFiveShares) {
+  const SearchPlan p = plan("wtime 10000 winc 100");
+  EXPECT_EQ(p.enough, Milliseconds(475 * 2 / 5));
+  EXPECT_EQ(p.patience, Milliseconds(475 * 5 / 2));
+  EXPECT_EQ(plan("wtime 10000 winc 100 movestogo 10").enough, Milliseconds((1000 + 75) * 2 / 5));
+}
+
+TEST(SearchPlan, WithHardlyAnyTimeThereIsOneSearchByTheEnginesClock) {
+  const SearchPlan p = plan("wtime 999 btime 999");
+  EXPECT_EQ(deeps(p), Deeps{-1});
+  EXPECT_EQ(clock_in(p), 999);
+}
+
+// Only who plays by the clock has had enough before the last search.
+TEST(SearchPlan, NothingElseIsEverEnough) {
+  for (const char* go : {"infinite", "movetime 1000", "depth 8", "nodes 1000", "mate 3", "",
+                         "depth 8 wtime 1000", "infinite wtime 1000"})
+    EXPECT_EQ(plan(go).enough, std::nullopt) << go;
+  EXPECT_TRUE(plan("wtime 300000").enough);
 }
 
 TEST(SearchPlan, AnIncrementLengthensTheClock) {
-  EXPECT_GT(clock_in(plan("wtime 10000 btime 10000 winc 100 binc 100")), 10000);
-  EXPECT_EQ(clock_in(plan("wtime 10000 btime 10000 binc 100")), 10000);
+  EXPECT_GT(clock_in(plan("wtime 100000 btime 100000 winc 100 binc 100")), 100000);
+  EXPECT_EQ(clock_in(plan("wtime 100000 btime 100000 binc 100")), 100000);
 }
 
 // The engine divides a clock as if it were for a whole game.
 TEST(SearchPlan, FewMovesToGoLengthenTheClock) {
-  EXPECT_EQ(clock_in(plan("wtime 1000 btime 1000 movestogo 1")), 40000);
-  EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 20")), 120000);
-  EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 40")), 60000);
-  EXPECT_EQ(clock_in(plan("wtime 60000 btime 60000 movestogo 0")), 60000);
+  EXPECT_EQ(clock_in(plan("wtime 5000 btime 5000 movestogo 1")), 200000);
+  EXPECT_EQ(clock_in(plan("wtime 160000 btime 160000 movestogo 20")), 320000);
+  EXPECT_EQ(clock_in(plan("wtime 160000 btime 160000 movestogo 40")), 160000);
+  EXPECT_EQ(clock_in(plan("wtime 160000 btime 160000 movestogo 0")), 160000);
 }
 
-// With a second for the move, the engine's way with 40 seconds may be cut short.
-TEST(SearchPlan, ASearchThatMayBeCutShortHasAShallowOneBefore) {
-  const SearchPlan p = plan("wtime 1000 btime 1000 movestogo 1");
-  EXPECT_EQ(deeps(p), (Deeps{1, 2, 3, -1}));
-  EXPECT_EQ(p.stages.front().go, "go wtime 300000 btime 300000 winc 0 binc 0");
+// With less than a second left, the engine's way with 101 seconds may be cut short.
+TEST(SearchPlan, ASearchThatMayBeCutShortHasShallowOnesBefore) {
+  EXPECT_EQ(deeps(plan("wtime 1000 winc 5000")), (Deeps{1, 2, 3, -1}));
+  EXPECT_EQ(deeps(plan("wtime 20000 winc 5000")), (Deeps{1, 2, -1}));
+  EXPECT_EQ(plan("wtime 1000 winc 5000").stages.front().go,
+            "go wtime 300000 btime 300000 winc 0 binc 0");
 }
 
 // Eight digits are the most that the engine tells apart; with less than three it looks one ply
@@ -130,9 +158,9 @@ TEST(SearchPlan, TheLastMoveBeforeTheControlMayTakeNearlyAll) {
 // A sixth of the clock, as without a control.
 TEST(SearchPlan, NoMovesToGoAreNoControl) {
   for (const char* moves : {"0", "-1", "-2147483648"}) {
-    const SearchPlan p = plan("wtime 60000 btime 60000 movestogo " + std::string(moves));
-    EXPECT_EQ(p.patience, Milliseconds(10000)) << moves;
-    EXPECT_EQ(clock_in(p), 60000) << moves;
+    const SearchPlan p = plan("wtime 120000 btime 120000 movestogo " + std::string(moves));
+    EXPECT_EQ(p.patience, Milliseconds(20000)) << moves;
+    EXPECT_EQ(clock_in(p), 120000) << moves;
   }
 }
 
@@ -176,14 +204,19 @@ TEST(SearchPlan, DepthsBecomeSettingsOfTheEngine) {
   EXPECT_EQ(last(10), 5);
   EXPECT_EQ(last(17), 8);
   EXPECT_EQ(last(2147483647), 9);
-  EXPECT_EQ(last(0), 0);
-  EXPECT_EQ(last(-4), 0);
   EXPECT_EQ(deeps(plan("depth 2")), Deeps{1});
   EXPECT_EQ(deeps(plan("depth 8")), (Deeps{1, 4}));
   EXPECT_EQ(deeps(plan("depth 10")), (Deeps{1, 2, 3, 4, 5}));
   EXPECT_EQ(plan("depth 19").depth, 19);  // the last setting has no limit of its own
   EXPECT_EQ(plan("depth 4").patience, std::nullopt);
-  EXPECT_EQ(plan("depth 4 wtime 1000 btime 1000").patience, plan("wtime 1000").patience);
+  EXPECT_EQ(plan("depth 4 wtime 900 btime 900").patience, plan("wtime 900").patience);
+}
+
+TEST(SearchPlan, WithoutALimitThatCountsItIsABareGo) {
+  for (const char* go : {"depth 0", "nodes -1", "movetime x", "mate 0 depth"}) {
+    EXPECT_EQ(plan(go).stages, plan("").stages) << go;
+    EXPECT_EQ(plan(go).patience, std::nullopt) << go;
+  }
 }
 
 TEST(SearchPlan, AMateInNIsSoughtOnePlyPastIt) {

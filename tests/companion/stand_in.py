@@ -5,6 +5,7 @@ file `heard` beside it, "started" first, and takes a step of the file `plan` for
   late S M   says nothing for S seconds, then answers M
   line L     prints the line L, then takes the next step
   die        ends
+  unborn     ends at the `uci` of a new process already
 
 Like the engine it hears nothing in the meantime."""
 
@@ -25,10 +26,13 @@ def note(line):
         log.write(line + "\n")
 
 
-def next_step():
-    """The steps taken are counted in a file, since a new process goes on with the plan."""
+def next_step(only=None):
+    """The steps taken are counted in a file, since a new process goes on with the plan. One that is
+    not the `only` one is left for later."""
     steps = (HERE / "plan").read_text(encoding="utf-8").splitlines()
     taken = int(DONE.read_text()) if DONE.exists() else 0
+    if only and steps[taken : taken + 1] != [only]:
+        return None
     DONE.write_text(str(taken + 1))
     return steps[taken]
 
@@ -62,6 +66,8 @@ for heard in sys.stdin:
             waits_for_go = False
             search()
     elif heard == "uci":
+        if next_step(only="unborn"):
+            break
         say("id name Stand-in")
         say("option name Deep type spin default 9 min 0 max 9")
         say("option name Time control type check default true")

@@ -3,6 +3,7 @@
 import os
 import pathlib
 import re
+import shutil
 import signal
 import subprocess
 import sys
@@ -89,6 +90,43 @@ def test_a_setting_that_there_is_not_is_refused_aloud(uci):
     uci.send("setoption name Threads value 2", "setoption name Nothing value 2", "isready")
     assert uci.line().startswith("info string option Threads ")
     assert uci.line() == "readyok"
+
+
+def test_the_engine_is_looked_for_beside_the_program_alone(program, tmp_path):
+    """Not where a build would have it."""
+    for folder in ("companion", "src"):
+        (tmp_path / folder).mkdir()
+    alone = shutil.copy(program, tmp_path / "companion")
+    engine = shutil.copy(os.environ["KORVU"], tmp_path / "src" / "korvu")
+    assert run(alone, text="uci\nquit\n").returncode == 1
+    shutil.move(engine, tmp_path / "companion")
+    assert "uciok" in run(alone, text="uci\nquit\n").stdout
+
+
+@pytest.mark.parametrize("closed, name", [("<&-", "input"), (">&-", "output"), ("<&- 2>&-", "")])
+def test_without_input_or_output_it_leaves(program, closed, name):
+    told = subprocess.run(
+        ["sh", "-c", f'"$1" {closed}', "sh", program],
+        stdin=subprocess.PIPE,
+        capture_output=True,
+        text=True,
+        timeout=20,
+    )
+    assert told.returncode == 1
+    assert told.stdout == ""
+    assert told.stderr == (f"korvu-uci: standard {name} is closed\n" if name else "")
+
+
+def test_without_a_place_for_errors_it_plays(program):
+    told = subprocess.run(
+        ["sh", "-c", '"$1" 2>&-', "sh", program],
+        input="position startpos\ngo movetime 1000\n",
+        capture_output=True,
+        text=True,
+        timeout=20,
+    )
+    assert told.returncode == 0
+    assert re.fullmatch(r"bestmove \w+\n", told.stdout)
 
 
 def test_a_script_on_its_input_is_answered_to_the_end(program):

@@ -106,15 +106,60 @@ def test_isready_is_answered_while_the_engine_thinks(uci):
     uci.up_to_bestmove()
 
 
-@pytest.mark.parametrize("fen, score", ENDED)
+NOTHING_TO_PLAY = [("8/8/8/8/8/8/8/8 w - - 0 1", "cp 0")]
+
+
+def set_up(uci, fen):
+    """A position that cannot be played is complained of."""
+    uci.send("position fen " + fen)
+    if not fen.strip("8/").startswith(" w"):
+        return
+    assert uci.line().startswith("info string no position to play: ")
+
+
+@pytest.mark.parametrize("fen, score", ENDED + NOTHING_TO_PLAY)
 def test_no_legal_move(uci, fen, score):
-    lines = uci.ask("position fen " + fen, "go movetime 100")
-    assert lines == [f"info depth 0 score {score}", "bestmove (none)"]
-    uci.send("go infinite")
+    set_up(uci, fen)
+    uci.send("go movetime 100")
     assert uci.line() == f"info depth 0 score {score}"
-    expect_no_more(uci)
-    uci.send("stop")
     assert uci.line() == "bestmove (none)"
+    for go, ends in (
+        ("infinite", ["stop"]),
+        ("ponder wtime 900 btime 900", ["stop", "ponderhit"]),
+    ):
+        for end in ends:
+            uci.send("go " + go)
+            assert uci.line() == f"info depth 0 score {score}"
+            expect_no_more(uci)
+            uci.send(end)
+            assert uci.line() == "bestmove (none)"
+    assert uci.ask("position startpos", "go movetime 50")[-1] == "bestmove e2e4"
+
+
+@pytest.mark.parametrize("position", ["foo", "", "fen", "fen what is this", "moves e2e4"])
+def test_a_position_that_cannot_be_read_leaves_the_one_before(uci, position):
+    uci.send("position startpos moves d2d4", "position " + position)
+    told = uci.line()
+    assert told.startswith("info string no position: ") and "before is kept" in told
+    uci.send("go movetime 50")
+    assert uci.line() == "bestmove c7c5"
+
+
+@pytest.mark.parametrize("limit", ["nodes -1", "movetime x", "depth 0", "depth", "mate 0"])
+def test_a_limit_without_a_number_is_named_and_does_not_count(uci, limit):
+    """Then it is a bare go, which the book may answer; and the other limits count."""
+    uci.send("position startpos", "go " + limit)
+    assert uci.line().startswith(f"info string go {limit}: ")
+    assert uci.line() == "bestmove e2e4"
+    lines = uci.ask(QUIET, f"go movetime 100 {limit}")
+    assert [line for line in lines if line.startswith("info string")] == [lines[0]]
+
+
+def test_moves_to_search_are_complained_of_once_a_go(uci):
+    for _ in range(2):
+        lines = uci.ask(QUIET, "go depth 2 searchmoves a2a3 h2h3")
+        complaints = [line for line in lines if line.startswith("info string ")]
+        assert len(complaints) == 1 and "searchmoves" in complaints[0]
 
 
 def test_infinite_answers_on_stop_alone(uci):
@@ -214,9 +259,18 @@ def test_mate(uci, illegal):
     uci.up_to_bestmove()
 
 
-def test_time_and_nodes_never_run_backwards(uci):
-    lines = uci.ask(QUIET, "go movetime 500")
-    for field in (" time ", " nodes "):
+FIGURES = [
+    (QUIET, "go movetime 500"),
+    (QUIET, "go wtime 10000 btime 10000"),
+    ("position fen " + MATE_IN_2, "go depth 2"),
+    ("position fen " + MATE_IN_2, "go mate 2"),
+]
+
+
+@pytest.mark.parametrize("position, go", FIGURES)
+def test_figures_never_run_backwards(uci, position, go):
+    lines = uci.ask(position, go)
+    for field in (" time ", " nodes ", " depth "):
         told = [int(line.split(field)[1].split()[0]) for line in lines if field in line]
         assert told and told == sorted(told)
 
@@ -284,13 +338,6 @@ def test_words_are_taken_as_uci_asks(uci, illegal):
     expect_no_more(uci)
 
 
-def test_a_position_that_cannot_be_played_has_no_move(uci):
-    uci.send("position fen 8/8/8/8/8/8/8/8 w - - 0 1", "go movetime 50")
-    assert uci.line().startswith("info string ")
-    assert uci.line() == "bestmove (none)"
-    assert uci.ask("position startpos", "go movetime 50")[-1] == "bestmove e2e4"
-
-
 def test_a_second_go_ends_the_first(uci):
     uci.send(QUIET, "go infinite", "go wtime 900 btime 900")
     uci.up_to_bestmove()
@@ -305,7 +352,7 @@ def test_a_new_game_forgets_the_position(uci):
 
 def test_a_new_game_is_thought_about_anew(uci):
     """By a short clock there is one search, which the game memory answers when it is asked again."""
-    go = "go wtime 9000 btime 9000"
+    go = "go wtime 900 btime 900"
     searched = [len(uci.ask(QUIET, go)) > 2 for _ in range(2)]
     uci.send("ucinewgame")
     searched.append(len(uci.ask(QUIET, go)) > 2)

@@ -1,23 +1,16 @@
 """Options of the dialogue tests. The environment variable KORVU names the engine under test."""
 
-import os
-import pathlib
-
 import pytest
 from live import Process
+
+from fixtures import add_patience, named_by, patience  # noqa: F401
 
 
 def pytest_addoption(parser):
     parser.addoption(
         "--slow", action="store_true", help="run the transcripts of deep searches too (minutes)"
     )
-    parser.addoption(
-        "--patience",
-        type=float,
-        default=1.0,
-        metavar="FACTOR",
-        help="wait so many times as long for answers, for slow builds",
-    )
+    add_patience(parser)
 
 
 def pytest_configure(config):
@@ -35,18 +28,7 @@ def pytest_collection_modifyitems(config, items):
 
 @pytest.fixture(scope="session")
 def engine():
-    path = os.environ.get("KORVU")
-    if not path:
-        pytest.fail("the environment variable KORVU does not name the engine to test")
-    path = pathlib.Path(path).resolve()
-    if not os.access(path, os.X_OK):
-        pytest.fail(f"there is no engine to run at {path}")
-    return path
-
-
-@pytest.fixture(scope="session")
-def patience(pytestconfig):
-    return pytestconfig.getoption("--patience")
+    return named_by("KORVU")
 
 
 @pytest.fixture

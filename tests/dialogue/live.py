@@ -1,40 +1,34 @@
 """The engine as a process whose input stays open."""
 
+import pathlib
 import queue
-import subprocess
-import threading
+import sys
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from programs import Spoken  # noqa: E402
 
 PATIENCE = 20.0  # for an answer that has to come
 SILENCE = 0.3  # for one that must not come
 
 
-class Process:
+class Process(Spoken):
     def __init__(self, engine, patience, *arguments, **how):
         self.patience = PATIENCE * patience
-        self.process = subprocess.Popen(
-            [str(engine), *arguments], stdin=subprocess.PIPE, stdout=subprocess.PIPE, **how
-        )
-        self.lines = queue.Queue()
-        threading.Thread(target=self._read, daemon=True).start()
-
-    def _read(self):
-        for line in self.process.stdout:
-            self.lines.put(line.decode("ascii").removesuffix("\n"))
-        self.lines.put(None)
+        super().__init__((engine, *arguments), **how)
 
     def send(self, *lines):
         self.send_raw("".join(line + "\n" for line in lines).encode())
 
     def send_raw(self, data):
-        self.process.stdin.write(data)
-        self.process.stdin.flush()
+        self.write(data)
 
     def line(self):
-        return self.lines.get(timeout=self.patience)
+        """The next line, or None at the end."""
+        return self.lines.get(timeout=self.patience)[1]
 
     def is_silent(self):
         try:
-            return self.lines.get(timeout=SILENCE) is None
+            return self.lines.get(timeout=SILENCE)[1] is None
         except queue.Empty:
             return True
 

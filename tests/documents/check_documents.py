@@ -15,6 +15,12 @@ def prose(text):
     return FENCE.sub("", text)
 
 
+def overlong(text):
+    """The lines that run over a hundred columns. Rows of tables cannot be broken, and fenced lines
+    mean what they are."""
+    return [line for line in prose(text).splitlines() if len(line) > 100 and line[0] != "|"]
+
+
 def anchors(text):
     """The names that headings can be linked by."""
     names = set()

@@ -7,6 +7,7 @@ from check_documents import (
     LINK,
     broken_links,
     code_names,
+    overlong,
     paths,
     prose,
     tables_compared,
@@ -36,6 +37,17 @@ def words():
 @pytest.mark.parametrize("document", DOCUMENTS, ids=by_name)
 def test_links_lead_somewhere(document):
     assert broken_links(document, read(document)) == []
+
+
+@pytest.mark.parametrize("name", ["README.md", "docs/companion.md", "docs/guide.md"])
+def test_lines_that_many_read_are_not_too_long(name):
+    assert overlong(read(ROOT / name)) == []
+
+
+def test_a_line_that_is_too_long_is_found():
+    long = "x" * 101
+    assert overlong(f"{long}\n") == [long]
+    assert overlong(f"| {long} |\n```\n{long}\n```\n{long[1:]}\n") == []
 
 
 @pytest.mark.parametrize("page", [p for p in PAGES if p.name not in FOR_PLAYERS], ids=by_name)

@@ -9,12 +9,7 @@ import shutil
 import pytest
 from game import companion, korvu
 
-
-def named_by(variable):
-    path = os.environ.get(variable)
-    if not path:
-        pytest.fail(f"the environment variable {variable} does not name the program to test with")
-    return pathlib.Path(path).resolve()
+from fixtures import named_by
 
 
 def pytest_generate_tests(metafunc):

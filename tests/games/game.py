@@ -12,9 +12,12 @@ import dataclasses
 import os
 import pathlib
 import re
-import shutil
 import signal
 import subprocess
+import sys
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from programs import program  # noqa: E402
 
 OPENING = """\
 [Event "Opening"]
@@ -31,25 +34,6 @@ OPENING = """\
 
 class GameFailed(Exception):
     """There is no record of a game."""
-
-
-@dataclasses.dataclass(frozen=True)
-class Clock:
-    """Seconds for a whole game, and seconds more for each move."""
-
-    seconds: int
-    increment: float = 0
-
-    def longest(self):
-        """How long a game of two hundred moves may take, with a minute for the programs."""
-        return 2 * (self.seconds + 200 * self.increment) + 60
-
-
-def program(name):
-    path = shutil.which(name, path=os.environ.get("PATH", "") + os.pathsep + "/usr/games")
-    if path is None:
-        raise GameFailed(f"{name} is not installed")
-    return path
 
 
 @dataclasses.dataclass(frozen=True)
@@ -144,7 +128,7 @@ def read_record(text):
 def play(folder, white, black, clock, opening=None):
     """Plays one game and reads its record. The players are adapter commands."""
     record = folder / "game.pgn"
-    minutes, seconds = divmod(clock.seconds, 60)
+    minutes, seconds = divmod(int(clock.seconds), 60)
     command = [program("xboard"), "-noGUI", "-fcp", white, "-scp", black]
     command += ["-matchGames", "1", "-timeControl", f"{minutes}:{seconds:02}"]
     command += ["-timeIncrement", str(clock.increment), "-xponder"]

@@ -1,13 +1,9 @@
 #!/usr/bin/env python3
 """Plays a match of whole games and tells how they went.
 
-    match.py ENGINE REFEREE [--companion FILE] [--opponent NAME] [--games N]
-             [--clock SECONDS+INCREMENT] [--save FILE]
-
 ENGINE is the built korvu and REFEREE the built korvu-referee; with --companion, the built korvu-uci
 plays and runs ENGINE. The opponent is stockfish (at its weakest), gnuchess or fairymax. Colours
-alternate, White first. Each
-game is told when it has ended, and all of them at the end. Several matches can run side by side.
+alternate, White first. Each game is told when it has ended, and all of them at the end. Several matches can run side by side.
 Ends with 1 when a game was not played to an end that the rules know, and that was Korvu's doing.
 """
 
@@ -22,7 +18,6 @@ import tempfile
 import time
 
 from game import (
-    Clock,
     GameFailed,
     companion,
     judge,
@@ -32,6 +27,8 @@ from game import (
     result_of,
     running,
 )
+
+from matches import add_options, colour_of, ends, points_of
 
 # What a game can end by, other than by the rules. The loser is the one whose doing it was.
 MISHAPS = {
@@ -52,14 +49,6 @@ class Outcome:
         return self.kind in ("crash", "unfinished", "disputed", "stays behind") or (
             self.kind in MISHAPS and self.points == 0
         )
-
-
-def points_of(result, colour):
-    if result == "1/2-1/2":
-        return 0.5
-    if result not in ("1-0", "0-1"):
-        return None
-    return 1.0 if (result == "1-0") == (colour == "White") else 0.0
 
 
 def outcome_of(record, colour, referee):
@@ -121,27 +110,19 @@ def summary(outcomes):
             f"unfinished {of_korvu['unfinished']}",
             f"score      {points:g} of {finished} for Korvu",
             f"plies      {sum(outcome.plies for outcome in outcomes)}",
-            "ends       " + ", ".join(f"{kind} {n}" for kind, n in kinds.most_common()),
+            ends(kinds),
         ]
     )
 
 
-def clock_of(text):
-    seconds, _, increment = text.partition("+")
-    return Clock(int(seconds), float(increment or 0))
-
-
 def main():
-    parser = argparse.ArgumentParser(description="Korvu against other engines.")
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
     parser.add_argument("engine", type=pathlib.Path)
     parser.add_argument("referee", type=pathlib.Path)
     parser.add_argument("--companion", type=pathlib.Path)
-    parser.add_argument(
-        "--opponent", choices=("stockfish", "gnuchess", "fairymax"), default="stockfish"
-    )
-    parser.add_argument("--games", type=int, default=2)
-    parser.add_argument("--clock", type=clock_of, default=Clock(10, 0.1))
-    parser.add_argument("--save", type=pathlib.Path, help="append the records to this file")
+    add_options(parser, ("stockfish", "gnuchess", "fairymax"))
     options = parser.parse_args()
 
     outcomes = []
@@ -153,12 +134,12 @@ def main():
         if options.companion:
             player = companion(pathlib.Path(shutil.copy(options.companion, folder / "korvu-uci")))
         players = (player, opponent(options.opponent))
-        for number in range(options.games):
-            colour = ("White", "Black")[number % 2]
+        for number in range(1, options.games + 1):
+            colour = colour_of(number)
             outcome = play_one(players, referee, colour, options.clock, options.save)
             outcomes.append(outcome)
             print(
-                f"{number + 1:3} {colour}: {outcome.points} points, {outcome.kind} after "
+                f"{number:3} {colour}: {outcome.points} points, {outcome.kind} after "
                 f"{outcome.plies} plies. {outcome.remark}",
                 flush=True,
             )

@@ -4,7 +4,9 @@ import re
 import time
 
 import pytest
-from game import Clock, judge, opponent, play_korvu, result_of, running
+from game import judge, opponent, play_korvu, result_of, running
+
+from matches import Clock
 
 
 @pytest.mark.parametrize("colour", ["White", "Black"])

@@ -4,8 +4,10 @@ import stat
 import sys
 
 import pytest
-from game import Clock, Record, korvu, opponent
+from game import Record, korvu, opponent
 from match import Outcome, outcome_of, play_one, summary
+
+from matches import Clock
 
 # Plays e2e4 and then goes wrong: thinks for ever, leaves, or moves a man that is not there.
 STAND_IN = """\

@@ -1,6 +1,8 @@
 """The version stands in one place, and every program tells it and its use."""
 
+import os
 import re
+import shutil
 
 import pytest
 from conftest import run
@@ -15,9 +17,19 @@ def version(root):
 
 @pytest.fixture(scope="module")
 def programs(root, build, companion):
-    tools = build / "tools"
-    all_of_them = [tools / "korvu-bench", tools / "korvu-tables", root / "tools" / "measure"]
+    built = ["tools/korvu-bench", "tools/korvu-tables", "tests/korvu-referee"]
+    scripts = ["check-package", "install-deps", "lint", "measure", "play-installed"]
+    of_the_tests = ["fuzz/briefly", "games/match.py", "clients/duel.py", "soak/soak.py"]
+    all_of_them = [build / name for name in built]
+    all_of_them += [root / "tools" / name for name in scripts]
+    all_of_them += [root / "tests" / name for name in of_the_tests]
     return all_of_them + ([companion] if companion else [])
+
+
+def test_no_script_was_forgotten(root, programs):
+    scripts = {file for file in (root / "tools").iterdir() if os.access(file, os.X_OK)}
+    files = {file for file in scripts if file.is_file()}
+    assert files - set(programs) == {root / "tools" / "about"}
 
 
 def test_it_is_the_builds_version(root, version):
@@ -57,6 +69,12 @@ def test_make_hands_the_version_on(root, version):
     assert f"-DKORVU_VERSION='\"{version}\"'" in would_run
 
 
+def test_make_builds_the_companion_beside_the_engine(root):
+    would_run = run("make", "-n", "-C", root, "EXE=/nowhere/korvu", "companion").stdout
+    made = re.findall(r" -o (/nowhere/korvu(?:-uci)?) ", would_run)
+    assert made == ["/nowhere/korvu", "/nowhere/korvu-uci"]
+
+
 def test_an_unknown_table_is_refused(build):
     refused = run(build / "tools" / "korvu-tables", "nosuch")
     assert (refused.returncode, refused.stdout) == (1, "")
@@ -68,3 +86,33 @@ def test_a_bench_of_nothing_is_refused(build, arguments):
     refused = run(build / "tools" / "korvu-bench", *arguments)
     assert (refused.returncode, refused.stdout) == (1, "")
     assert refused.stderr.startswith("usage: ")
+
+
+@pytest.fixture
+def alone(root, tmp_path):
+    """The scripts in a folder where they can do no harm, with a package made earlier."""
+    (tmp_path / "tools").mkdir()
+    for name in ("about", "check-package", "install-deps", "lint", "play-installed"):
+        shutil.copy(root / "tools" / name, tmp_path / "tools")
+    (tmp_path / "build" / "package").mkdir(parents=True)
+    (tmp_path / "build" / "package" / "korvu.deb").touch()
+    return tmp_path
+
+
+@pytest.mark.parametrize(
+    "command",
+    [
+        ["check-package", "--nosuch"],
+        ["check-package", "--client", "--nosuch"],
+        ["check-package", "-DKORVU_WERROR=ON", "--client"],
+        ["install-deps", "--nosuch"],
+        ["install-deps", "nosuch"],
+        ["lint", "--nosuch"],
+        ["play-installed"],
+    ],
+)
+def test_scripts_do_nothing_when_they_are_called_wrongly(alone, command):
+    refused = run(alone / "tools" / command[0], *command[1:])
+    assert (refused.returncode, refused.stdout) == (2, "")
+    assert f"usage: {command[0]}" in refused.stderr
+    assert (alone / "build" / "package" / "korvu.deb").exists()

@@ -2,10 +2,9 @@
 
 import gzip
 import re
-import subprocess
 
 import pytest
-from conftest import run
+from conftest import plays_as_black, run
 
 ALWAYS = {
     "games/korvu",
@@ -37,18 +36,7 @@ def test_every_file_in_its_place(installed, companion):
 def test_the_companion_finds_the_engine_beside_it(installed, companion):
     if not companion:
         pytest.skip("built without the companion")
-    with subprocess.Popen(
-        [installed / "games" / "korvu-uci"],
-        stdin=subprocess.PIPE,
-        stdout=subprocess.PIPE,
-        text=True,
-    ) as process:
-        process.stdin.write("position startpos moves e2e4 e7e5 a2a3\ngo movetime 100\n")
-        process.stdin.flush()
-        answer = next(line for line in process.stdout if line.startswith("bestmove"))
-        process.stdin.write("quit\n")
-    # Black has men on ranks 7 and 8 and on e5 alone.
-    assert re.match(r"bestmove ([a-h][78]|e5)[a-h][1-8]", answer)
+    assert plays_as_black(installed / "games" / "korvu-uci")
 
 
 def test_the_engine_plays(installed):

@@ -5,17 +5,14 @@ import re
 import pytest
 from conftest import run
 
+from option_lines import options_of
+
 PAGES = ("korvu", "korvu-uci")
 
 
 @pytest.fixture(scope="module", params=PAGES)
 def page(request, build):
     return build / "packaging" / f"{request.param}.6"
-
-
-def options_of(program):
-    answer = run(program, input="uci\nquit\n").stdout
-    return dict(re.findall(r"^option name (.+) type (.+)$", answer, re.MULTILINE))
 
 
 def rendered(page):
@@ -50,17 +47,17 @@ def test_it_tells_the_version(page, root):
     assert f"Korvu {version} " in rendered(page).splitlines()[-1]
 
 
-def settings(kind):
-    """What a page says of the settings, from the option line behind "type"."""
-    words = kind.split()
-    default = words[words.index("default") + 1] if "default" in words else None
+def settings(option):
+    """What a page says of the settings."""
     told = {
         "check": "true, false",
-        "spin": " to ".join(words[words.index(w) + 1] for w in ("min", "max") if w in words),
-        "combo": ", ".join(v for w, v in zip(words, words[1:]) if w == "var"),
+        "spin": f"{option.min} to {option.max}",
+        "combo": ", ".join(option.var),
         "button": "button",
-    }[words[0]]
-    return f"(Settings: {told})" if default is None else f"(Settings: {told}; Default: {default})"
+    }[option.type]
+    if option.default is None:
+        return f"(Settings: {told})"
+    return f"(Settings: {told}; Default: {option.default})"
 
 
 def test_the_engines_options(build, engine):
@@ -68,7 +65,7 @@ def test_the_engines_options(build, engine):
     listed = re.findall(r"^     (\S.*?)(?:\n {13}|  +)(\S.*?) (\(Settings: .*\))$", page, re.MULTILINE)
     options = options_of(engine)
     assert [(name, kind) for name, _, kind in listed] == [
-        (name, settings(kind)) for name, kind in options.items()
+        (name, settings(option)) for name, option in options.items()
     ]
     assert len(listed) == 33 and all(help_text for _, help_text, _ in listed)
 

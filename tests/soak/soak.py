@@ -1,8 +1,6 @@
 #!/usr/bin/env python3
 """Plays fast games in one process for as long as one likes, and watches it.
 
-    soak.py ENGINE REFEREE [--seconds N] [--seed N] [--slowest SECONDS]
-
 ENGINE is the built korvu and REFEREE the built korvu-referee. The engine plays both sides, with
 options drawn anew for each game, from one of the 400 pairs of first moves. What is watched:
 
@@ -26,8 +24,10 @@ import subprocess
 import sys
 import time
 
-sys.path.append(str(pathlib.Path(__file__).parents[1] / "dialogue"))
-from live import Process
+TESTS = pathlib.Path(__file__).resolve().parents[1]
+sys.path += [str(TESTS / "dialogue"), str(TESTS.parent / "tools")]
+from about import add_version  # noqa: E402
+from live import Process  # noqa: E402
 
 FIRST_MOVES = [
     [f"{file}{rank}{file}{to}" for file in "abcdefgh" for to in pushes] + knights
@@ -229,6 +229,7 @@ def main():
     parser = argparse.ArgumentParser(
         description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
     )
+    add_version(parser)
     parser.add_argument("engine")
     parser.add_argument("referee")
     parser.add_argument("--seconds", type=float, default=600)

@@ -1,13 +1,4 @@
-// Judges the moves of one game.
-//
-//   referee_tool [--fen FEN] [--san] < moves
-//
-// Reads moves from standard input, separated by white space: in coordinates (e2e4, e7e8q), or with
-// --san in the notation of game records (Nf3, O-O, e8=Q+). Each must be legal in its turn.
-//
-// Prints the coordinates of the moves, the final position and what it is: checkmate, stalemate,
-// material, repetition, fifty, or open. Ends with 1 at the first illegal move, with 2 when it is
-// called wrongly.
+// korvu-referee: judges the moves of one game.
 #include <iostream>
 #include <map>
 #include <optional>
@@ -17,8 +8,22 @@
 #include <vector>
 
 #include "referee.h"
+#include "tools/about.h"
 
 namespace {
+
+constexpr std::string_view usage =
+    "usage: korvu-referee [--fen FEN] [--san] < moves\n"
+    "\n"
+    "Reads moves from standard input, separated by white space: in coordinates (e2e4, e7e8q), or\n"
+    "with --san in the notation of game records (Nf3, O-O, e8=Q+). Each must be legal in its "
+    "turn.\n"
+    "\n"
+    "Prints the coordinates of the moves, the final position and what it is: checkmate, "
+    "stalemate,\n"
+    "material, repetition, fifty, or open. Ends with 1 at the first illegal move, with 2 when it "
+    "is\n"
+    "called wrongly.\n";
 
 std::optional<referee::Move> find(const referee::Position& p, const std::string& text, bool san) {
   if (san) return p.move_from_san(text);
@@ -60,6 +65,7 @@ int judge(referee::Position p, bool san) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (tools::tells_about_itself(argc, argv, "korvu-referee", usage)) return 0;
   const std::vector<std::string_view> args(argv + 1, argv + argc);
   referee::Position position = referee::Position::start();
   bool san = false;
@@ -74,7 +80,7 @@ int main(int argc, char** argv) {
         return 2;
       }
     } else {
-      std::cerr << "usage: referee_tool [--fen FEN] [--san] < moves\n";
+      std::cerr << usage;
       return 2;
     }
   }

@@ -2,8 +2,12 @@
 
 import os
 import pathlib
+import sys
 
 import pytest
+
+# Where the tool finds what it imports.
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
 
 
 @pytest.fixture(scope="session")
