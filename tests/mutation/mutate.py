@@ -64,9 +64,27 @@ def table(text: str) -> list[Mutant]:
     return [Mutant(**row) for row in tomllib.loads(text)["mutant"]]
 
 
-def tried_first(text: str) -> dict[str, tuple[str, str]]:
-    """Program and filter of the tests that are tried first, by file."""
-    return {file: tuple(tests.split(": ")) for file, tests in tomllib.loads(text)["first"].items()}
+@dataclasses.dataclass(frozen=True)
+class First:
+    """Tests that are tried before all others, of a program or of a part of it, a file."""
+
+    program: str
+    part: str
+    which: str  # the filter
+
+    @property
+    def target(self) -> str:
+        return f"{self.program}-{self.part}" if self.part else self.program
+
+
+def tried_first(text: str) -> dict[str, First]:
+    """By the name of a mutant or by file."""
+    first = {}
+    for key, tests in tomllib.loads(text)["first"].items():
+        program, _, which = tests.partition(": ")
+        program, _, part = program.partition("/")
+        first[key] = First(program, part, which)
+    return first
 
 
 def faults_of(mutants: list[Mutant], source: Callable[[str], str]) -> list[str]:
@@ -326,25 +344,26 @@ class Results:
 
 def in_order(stages: list[Stage], m: Mutant) -> list[Stage]:
     """The tests of the mutant's own room early, where they need only be linked again. A header is
-    compiled into most tests: there the engine itself tells first all that it can."""
+    compiled into most tests: the engine tells all that it can before those of other rooms."""
 
     def rank(stage: Stage) -> int:
         if stage.name in ("reference", TRIPWIRE):
-            return 0 if stage.name == "reference" else 4
+            return 0 if stage.name == "reference" else 5
         if m.in_header and stage.target == "korvu":
-            return 1
-        return 2 if stage.room == m.room else 3
+            return 1 if stage.name == "transcripts" else 3
+        return 2 if stage.room == m.room else 4
 
     return sorted(stages, key=rank)
 
 
-def try_first(shop: Workshop, target: str, which: str, r: Result) -> None:
+def try_first(shop: Workshop, first: First, r: Result) -> None:
     """Leaves no mark of a test passed: the stages run it again among the others."""
-    if not shop.build(target):
+    if not shop.build(first.target):
         return
-    test = unit_tests(shop.program(target), shop.sound(target), which)
+    program, sound = shop.program(first.target), shop.sound(first.target)
+    test = unit_tests(program, sound, first.which)
     if test is not None:
-        r.outcome, r.by, r.test = "killed", target, test
+        r.outcome, r.by, r.test = "killed", first.program, test
 
 
 def try_stage(shop: Workshop, stage: Stage, r: Result) -> None:
@@ -372,7 +391,7 @@ def run(
     mutants: list[Mutant],
     stages: list[Stage],
     results: Results,
-    first: dict[str, tuple[str, str]],
+    first: dict[str, First],
 ) -> None:
     targets = {s.target for s in stages}
     for m in mutants:
@@ -380,11 +399,11 @@ def run(
         left = [s for s in in_order(stages, m) if s.name not in r.passed]
         if r.outcome != "alive" or not left:
             continue
-        target, which = first.get(m.file, ("", ""))
-        if target in targets and target not in r.passed:
-            shop.keep_sound(target)
+        likely = first.get(m.name) or first.get(m.file)
+        if likely and likely.program in targets and likely.program not in r.passed:
+            shop.keep_sound(likely.target)
             with shop.broken(m):
-                try_first(shop, target, which, r)
+                try_first(shop, likely, r)
                 try_stages(shop, left, m, r, results)
         while r.outcome == "alive" and left:
             shop.keep_sound(left[0].target)

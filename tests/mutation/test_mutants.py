@@ -9,6 +9,7 @@ from mutate import (
     ROOT,
     STAGES,
     TABLE,
+    First,
     Mutant,
     Result,
     Results,
@@ -43,8 +44,11 @@ def test_every_mutant_applies(mutants):
 def test_tests_tried_first_are_known(mutants):
     programs = {s.target for s in STAGES}
     first = tried_first(TABLE.read_text(encoding="utf-8"))
-    assert {program for program, _ in first.values()} <= programs
-    assert set(first) <= {m.file for m in mutants}
+    assert {f.program for f in first.values()} <= programs
+    assert set(first) <= {m.file for m in mutants} | {m.name for m in mutants}
+    for f in first.values():
+        room = ROOT / "tests" / f.program.removesuffix("_tests")
+        assert not f.part or (room / f"{f.part}.cpp").is_file(), f
 
 
 def test_no_room_is_spared(mutants):
@@ -193,8 +197,25 @@ def test_tests_tried_first_need_not_wait_for_their_stage(shop):
     m = mutant("case $1 in *C) exit 1 ;; esac\n")
     results = Results(shop.root / "results.json")
     stages = [stage("early"), stage("late")]
-    run(shop, [m], stages, results, {m.file: ("unit", "Second.*")})
+    run(shop, [m], stages, results, {m.file: First("unit", "", "Second.*")})
     assert (results.of(m).by, results.of(m).test, results.of(m).passed) == ("unit", "Second.C", [])
+
+
+def test_tests_tried_first_may_be_a_part_of_a_program_and_a_mutants_own(shop):
+    m = mutant("case $1 in *C) exit 1 ;; esac\n")
+    results = Results(shop.root / "results.json")
+    first = {m.name: First("unit", "part", "Second.*"), m.file: First("unit", "", "First.*")}
+    run(shop, [m], [stage()], results, first)
+    assert (results.of(m).by, results.of(m).test) == ("unit", "Second.C")
+    assert shop.kept == {"unit-part"}
+
+
+def test_what_is_tried_first_is_told_by_program_part_and_filter():
+    text = '[first]\n"a.h" = "tree_tests/cut_test: Cut.*:X.*"\nname = "root_tests: Y.*"\n'
+    assert tried_first(text) == {
+        "a.h": First("tree_tests", "cut_test", "Cut.*:X.*"),
+        "name": First("root_tests", "", "Y.*"),
+    }
 
 
 def test_sound_programs_are_built_when_they_are_needed_without_the_mutant(shop):
@@ -219,8 +240,8 @@ def test_a_rooms_own_tests_come_early_where_they_are_cheap(order):
     assert order("src/root/caps.cpp")[:3] == ["reference", "root_tests", "transcripts"]
 
 
-def test_the_engine_tells_of_a_header_before_the_tests_are_compiled(order):
-    first = ["reference", "transcripts", "clock transcripts", "deep reference", "tree_tests"]
+def test_the_engine_tells_of_a_header_before_other_rooms_tests_are_compiled(order):
+    first = ["reference", "transcripts", "tree_tests", "clock transcripts", "deep reference"]
     assert order("src/tree/try_move.h")[: len(first)] == first
 
 
