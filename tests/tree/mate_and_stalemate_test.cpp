@@ -77,6 +77,23 @@ TEST(Stalemate, IsNoneWithAPawnsMoveLeft) {
   });
 }
 
+// A reply without a node of its own, whose slot holds no more than the start value, is no reply.
+TEST(Stalemate, IsWhatIsLeftOfRepliesThatOnlyEqualTheStartValue) {
+  each_colour([]<Cor cor>() {
+    for (const float stale : {start_alfa, start_alfa + 1}) {
+      stand(1, told_for<cor>(locked));
+      emp = -37;
+      deep = 2;
+      DEEP = 25;
+      beta[3] = stale;
+      enter<2, cor>("d1c1");
+      EXPECT_EQ(nodes, 2U) << "the other king has two moves";
+      EXPECT_EQ(alfa[2], stale == start_alfa ? -37 : stale);
+      EXPECT_EQ(X_D[2], stale == start_alfa);
+    }
+  });
+}
+
 TEST(Mate, AtTheEndOfTheLineIsNotLookedFor) {
   each_node<2, 24>([]<int N, Cor cor>() {
     if (N % 2 != 0 && N >= 11) return;  // these look at check
