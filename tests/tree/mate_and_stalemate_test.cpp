@@ -94,6 +94,22 @@ TEST(Stalemate, IsWhatIsLeftOfRepliesThatOnlyEqualTheStartValue) {
   });
 }
 
+// Totals so far apart that no reply is worth more than the start value.
+TEST(Mate, IsNoneWhereAChildHasMovedThoughNothingImprovedTheNode) {
+  each_node<2, 22>([]<int N, Cor cor>() {
+    SCOPED_TRACE(at<cor>(N));
+    stand(N - 1, told_for<cor>(locked));
+    totals<cor>(N - 1, 20000, 110);
+    emp = -37;
+    deep = N + 1;
+    DEEP = 25;
+    enter<N, cor>("d1c1");
+    EXPECT_EQ(value(N), N % 2 == 0 ? start_alfa : start_beta);
+    EXPECT_EQ(X_D[N], 1);
+    EXPECT_EQ(nd, N + 1);
+  });
+}
+
 TEST(Mate, AtTheEndOfTheLineIsNotLookedFor) {
   each_node<2, 24>([]<int N, Cor cor>() {
     if (N % 2 != 0 && N >= 11) return;  // these look at check
