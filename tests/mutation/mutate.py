@@ -64,9 +64,27 @@ def table(text: str) -> list[Mutant]:
     return [Mutant(**row) for row in tomllib.loads(text)["mutant"]]
 
 
-def tried_first(text: str) -> dict[str, tuple[str, str]]:
-    """Program and filter of the tests that are tried first, by file."""
-    return {file: tuple(tests.split(": ")) for file, tests in tomllib.loads(text)["first"].items()}
+@dataclasses.dataclass(frozen=True)
+class First:
+    """Tests that are tried before all others, of a program or of a part of it, a file."""
+
+    program: str
+    part: str
+    which: str  # the filter
+
+    @property
+    def target(self) -> str:
+        return f"{self.program}-{self.part}" if self.part else self.program
+
+
+def tried_first(text: str) -> dict[str, First]:
+    """By the name of a mutant or by file."""
+    first = {}
+    for key, tests in tomllib.loads(text)["first"].items():
+        program, _, which = tests.partition(": ")
+        program, _, part = program.partition("/")
+        first[key] = First(program, part, which)
+    return first
 
 
 def faults_of(mutants: list[Mutant], source: Callable[[str], str]) -> list[str]:
@@ -109,6 +127,7 @@ class Workshop:
         self.build_dir = self.root / "build" / preset
         self.sound_dir = self.root / "build" / "sound"
         self.preset, self.jobs = preset, jobs
+        self.kept: set[str] = set()  # targets whose sound program is there
 
     def copy(self) -> None:
         """Brings the copy up to date; files that are the same keep their times, for the build."""
@@ -145,11 +164,14 @@ class Workshop:
         return self.sound_dir / target
 
     def keep_sound(self, target: str) -> None:
-        """Builds the sound program and puts it aside. Called while no mutant is in place."""
+        """Builds the sound program, once, and puts it aside. Called while no mutant is in place."""
+        if target in self.kept:
+            return
         if not self.build(target):
             raise SystemExit(f"{target} of the sound engine does not compile")
         self.sound_dir.mkdir(parents=True, exist_ok=True)
         shutil.copy(self.program(target), self.sound(target))
+        self.kept.add(target)
 
     @contextlib.contextmanager
     def broken(self, m: Mutant) -> Iterator[None]:
@@ -321,21 +343,27 @@ class Results:
 
 
 def in_order(stages: list[Stage], m: Mutant) -> list[Stage]:
-    """The tests of the mutant's own room early, where they need only be linked again."""
+    """The tests of the mutant's own room early, where they need only be linked again. A header is
+    compiled into most tests: the engine tells all that it can before those of other rooms."""
 
     def rank(stage: Stage) -> int:
-        return 0 if stage.name == "reference" else 1 if stage.room == m.room else 2
+        if stage.name in ("reference", TRIPWIRE):
+            return 0 if stage.name == "reference" else 5
+        if m.in_header and stage.target == "korvu":
+            return 1 if stage.name == "transcripts" else 3
+        return 2 if stage.room == m.room else 4
 
-    return stages if m.in_header else sorted(stages, key=rank)
+    return sorted(stages, key=rank)
 
 
-def try_first(shop: Workshop, target: str, which: str, r: Result) -> None:
+def try_first(shop: Workshop, first: First, r: Result) -> None:
     """Leaves no mark of a test passed: the stages run it again among the others."""
-    if not shop.build(target):
+    if not shop.build(first.target):
         return
-    test = unit_tests(shop.program(target), shop.sound(target), which)
+    program, sound = shop.program(first.target), shop.sound(first.target)
+    test = unit_tests(program, sound, first.which)
     if test is not None:
-        r.outcome, r.by, r.test = "killed", target, test
+        r.outcome, r.by, r.test = "killed", first.program, test
 
 
 def try_stage(shop: Workshop, stage: Stage, r: Result) -> None:
@@ -351,12 +379,19 @@ def try_stage(shop: Workshop, stage: Stage, r: Result) -> None:
         r.outcome, r.by, r.test = "killed", stage.name, test
 
 
+def try_stages(shop: Workshop, left: list[Stage], m: Mutant, r: Result, results: Results) -> None:
+    """Takes stages off the list as far as their sound programs are there."""
+    while r.outcome == "alive" and left and left[0].target in shop.kept:
+        try_stage(shop, left.pop(0), r)
+        results.note(m, r)
+
+
 def run(
     shop: Workshop,
     mutants: list[Mutant],
     stages: list[Stage],
     results: Results,
-    first: dict[str, tuple[str, str]],
+    first: dict[str, First],
 ) -> None:
     targets = {s.target for s in stages}
     for m in mutants:
@@ -364,15 +399,17 @@ def run(
         left = [s for s in in_order(stages, m) if s.name not in r.passed]
         if r.outcome != "alive" or not left:
             continue
-        with shop.broken(m):
-            target, which = first.get(m.file, ("", ""))
-            if target in targets and target not in r.passed:
-                try_first(shop, target, which, r)
-            for stage in left:
-                if r.outcome == "alive":
-                    try_stage(shop, stage, r)
-                    results.note(m, r)
-            results.note(m, r)
+        likely = first.get(m.name) or first.get(m.file)
+        if likely and likely.program in targets and likely.program not in r.passed:
+            shop.keep_sound(likely.target)
+            with shop.broken(m):
+                try_first(shop, likely, r)
+                try_stages(shop, left, m, r, results)
+        while r.outcome == "alive" and left:
+            shop.keep_sound(left[0].target)
+            with shop.broken(m):
+                try_stages(shop, left, m, r, results)
+        results.note(m, r)
         print(f"{m.name}: {r.outcome}", f"by {r.by}: {r.test}" if r.by else "", flush=True)
 
 
@@ -444,13 +481,12 @@ def main() -> int:
     shop.root.mkdir(parents=True, exist_ok=True)
     results = Results(shop.root / "mutation-results.json")
     if not arguments.report:
-        os.nice(19)
+        if os.nice(0) == 0:  # else the caller has said how nice
+            os.nice(19)
         asked = arguments.stages.split(",") if arguments.stages else [s.name for s in STAGES]
         stages = [s for s in STAGES if s.name in asked]
         shop.copy()
         shop.configure()
-        for target in dict.fromkeys(s.target for s in stages):
-            shop.keep_sound(target)
         run(shop, mutants, stages, results, first)
     print(report(mutants, results))
     wrong = unexplained(mutants, results)

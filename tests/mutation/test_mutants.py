@@ -9,6 +9,7 @@ from mutate import (
     ROOT,
     STAGES,
     TABLE,
+    First,
     Mutant,
     Result,
     Results,
@@ -43,8 +44,11 @@ def test_every_mutant_applies(mutants):
 def test_tests_tried_first_are_known(mutants):
     programs = {s.target for s in STAGES}
     first = tried_first(TABLE.read_text(encoding="utf-8"))
-    assert {program for program, _ in first.values()} <= programs
-    assert set(first) <= {m.file for m in mutants}
+    assert {f.program for f in first.values()} <= programs
+    assert set(first) <= {m.file for m in mutants} | {m.name for m in mutants}
+    for f in first.values():
+        room = ROOT / "tests" / f.program.removesuffix("_tests")
+        assert not f.part or (room / f"{f.part}.cpp").is_file(), f
 
 
 def test_no_room_is_spared(mutants):
@@ -158,17 +162,15 @@ def shop(tmp_path):
     source = tmp_path / "copy" / "src/root/here.cpp"
     source.parent.mkdir(parents=True)
     source.write_text(LISTING + "exit 0\n", encoding="utf-8")
-    made = Shop(tmp_path / "copy", "plain", 1)
-    made.keep_sound("unit")
-    return made
+    return Shop(tmp_path / "copy", "plain", 1)
 
 
 def mutant(new, **more):
     return Mutant("m", "src/root/here.cpp", "exit 0\n", new, "all", **more)
 
 
-def stage(name="unit"):
-    return type(STAGES[0])(name, "unit", unit_tests)
+def stage(name="unit", target="unit", first_failure=unit_tests):
+    return type(STAGES[0])(name, target, first_failure)
 
 
 @pytest.mark.parametrize(
@@ -195,18 +197,58 @@ def test_tests_tried_first_need_not_wait_for_their_stage(shop):
     m = mutant("case $1 in *C) exit 1 ;; esac\n")
     results = Results(shop.root / "results.json")
     stages = [stage("early"), stage("late")]
-    run(shop, [m], stages, results, {m.file: ("unit", "Second.*")})
+    run(shop, [m], stages, results, {m.file: First("unit", "", "Second.*")})
     assert (results.of(m).by, results.of(m).test, results.of(m).passed) == ("unit", "Second.C", [])
 
 
-def test_a_rooms_own_tests_come_early_where_they_are_cheap():
-    def order(file):
+def test_tests_tried_first_may_be_a_part_of_a_program_and_a_mutants_own(shop):
+    m = mutant("case $1 in *C) exit 1 ;; esac\n")
+    results = Results(shop.root / "results.json")
+    first = {m.name: First("unit", "part", "Second.*"), m.file: First("unit", "", "First.*")}
+    run(shop, [m], [stage()], results, first)
+    assert (results.of(m).by, results.of(m).test) == ("unit", "Second.C")
+    assert shop.kept == {"unit-part"}
+
+
+def test_what_is_tried_first_is_told_by_program_part_and_filter():
+    text = '[first]\n"a.h" = "tree_tests/cut_test: Cut.*:X.*"\nname = "root_tests: Y.*"\n'
+    assert tried_first(text) == {
+        "a.h": First("tree_tests", "cut_test", "Cut.*:X.*"),
+        "name": First("root_tests", "", "Y.*"),
+    }
+
+
+def test_sound_programs_are_built_when_they_are_needed_without_the_mutant(shop):
+    stages = [stage("early", "first", lambda program, sound: None), stage("late", "second")]
+    stages.append(stage("never", "third"))
+    m = mutant("case $1 in *C) exit 1 ;; esac\n")
+    results = Results(shop.root / "results.json")
+    run(shop, [m], stages, results, {})
+    assert (results.of(m).by, results.of(m).test) == ("late", "Second.C")
+    assert shop.kept == {"first", "second"}
+
+
+@pytest.fixture
+def order():
+    def names(file):
         return [s.name for s in in_order(STAGES, Mutant("m", file, "a", "b", "all"))]
 
-    as_listed = [s.name for s in STAGES]
+    return names
+
+
+def test_a_rooms_own_tests_come_early_where_they_are_cheap(order):
     assert order("src/root/caps.cpp")[:3] == ["reference", "root_tests", "transcripts"]
-    assert sorted(order("src/root/caps.cpp")) == sorted(as_listed)
-    assert order("src/root/first_ply_moves.h") == as_listed
+
+
+def test_the_engine_tells_of_a_header_before_other_rooms_tests_are_compiled(order):
+    first = ["reference", "transcripts", "tree_tests", "clock transcripts", "deep reference"]
+    assert order("src/tree/try_move.h")[: len(first)] == first
+
+
+@pytest.mark.parametrize("file", ["src/root/caps.cpp", "src/tree/try_move.h"])
+def test_every_stage_has_its_turn_and_the_signature_the_last(order, file):
+    assert sorted(order(file)) == sorted(s.name for s in STAGES)
+    assert order(file)[-1] == "signature"
 
 
 def test_a_run_is_taken_up_where_it_ended(shop, tmp_path):

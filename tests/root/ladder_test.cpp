@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "board/attack.h"
@@ -198,6 +199,56 @@ TEST(Ladder, Consistent) {
 }
 TEST(Ladder, Positional) {
   expect_ladder_everywhere(10, 1, positional());
+}
+
+// A ladder whose captures of one class are served by the other rule: one loop in place of the many,
+// or many in place of the one.
+Ladder with_other_loops(const Ladder& ladder, char target) {
+  Ladder other;
+  std::size_t joined = ladder.size();  // the place of the one loop; none yet
+  for (const Loop& l : ladder) {
+    const bool of_class = &l != &ladder.back() && l.front().target == target;
+    if (!of_class) {
+      other.push_back(l);
+    } else if (l.size() > 1) {
+      for (const Rung& r : l) other.push_back({r});
+    } else {
+      if (joined == ladder.size()) {
+        joined = other.size();
+        other.emplace_back();
+      }
+      other[joined].push_back(l.front());
+    }
+  }
+  return other;
+}
+
+template <Cor root>
+bool tells_apart(const std::string& fen, const Ladder& one, const Ladder& other) {
+  at_root(fen);
+  at_root(fen);
+  const auto all = candidates<root>(referee::Position::from_fen(fen));
+  return text(served(one, all)) != text(served(other, all));
+}
+
+// Men that take the same kind of victim, the later ones rated higher: in some positions for each
+// class.
+TEST(Ladder, EveryClassOfCapturesIsServedByTheRuleOfItsLadder) {
+  const std::vector<std::pair<int, Ladder>> ladders = {
+      {3, dynamic()}, {2, consistent()}, {1, positional()}};
+  for (const auto& [temperament, ladder] : ladders)
+    for (const char target : {'5', '4', '3', '2', '1'}) {
+      const Ladder other = with_other_loops(ladder, target);
+      int told = 0;
+      for (const std::string& varied : referee::varied_fens()) {
+        const std::string fen = without_castling(varied);
+        if (fen.find(" w ") == std::string::npos || !tells_apart<Cor::b>(fen, ladder, other))
+          continue;
+        expect_ladder<Cor::b>(fen, temperament, ladder);
+        if (++told == 2) break;
+      }
+      EXPECT_GT(told, 0) << "ladder " << temperament << ", class " << target;
+    }
 }
 
 TEST(Ladder, AgainstABareKingPawnsComeFirst) {

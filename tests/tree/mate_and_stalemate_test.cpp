@@ -77,6 +77,39 @@ TEST(Stalemate, IsNoneWithAPawnsMoveLeft) {
   });
 }
 
+// A reply without a node of its own, whose slot holds no more than the start value, is no reply.
+TEST(Stalemate, IsWhatIsLeftOfRepliesThatOnlyEqualTheStartValue) {
+  each_colour([]<Cor cor>() {
+    for (const float stale : {start_alfa, start_alfa + 1}) {
+      stand(1, told_for<cor>(locked));
+      emp = -37;
+      deep = 2;
+      DEEP = 25;
+      beta[3] = stale;
+      enter<2, cor>("d1c1");
+      EXPECT_EQ(nodes, 2U) << "the other king has two moves";
+      EXPECT_EQ(alfa[2], stale == start_alfa ? -37 : stale);
+      EXPECT_EQ(X_D[2], stale == start_alfa);
+    }
+  });
+}
+
+// Totals so far apart that no reply is worth more than the start value.
+TEST(Mate, IsNoneWhereAChildHasMovedThoughNothingImprovedTheNode) {
+  each_node<2, 22>([]<int N, Cor cor>() {
+    SCOPED_TRACE(at<cor>(N));
+    stand(N - 1, told_for<cor>(locked));
+    totals<cor>(N - 1, 20000, 110);
+    emp = -37;
+    deep = N + 1;
+    DEEP = 25;
+    enter<N, cor>("d1c1");
+    EXPECT_EQ(value(N), N % 2 == 0 ? start_alfa : start_beta);
+    EXPECT_EQ(X_D[N], 1);
+    EXPECT_EQ(nd, N + 1);
+  });
+}
+
 TEST(Mate, AtTheEndOfTheLineIsNotLookedFor) {
   each_node<2, 24>([]<int N, Cor cor>() {
     if (N % 2 != 0 && N >= 11) return;  // these look at check

@@ -111,7 +111,10 @@ TEST(EarlyReduction, OfTheFirstFourMovesAboveAThresholdOfThePly) {
     constexpr int depth = early_above(N) + 1;
     EXPECT_TRUE((reduces_early<N, cor>(locked, "d1e1", depth, 1, nothing)));
     EXPECT_TRUE((reduces_early<N, cor>(locked, "d1e1", depth, 4, nothing)));
-    EXPECT_FALSE((reduces_early<N, cor>(locked, "d1e1", depth, 5, nothing)));
+    EXPECT_FALSE((reduces_early<N, cor>(locked, "d1e1", depth, 5, nothing))) << "a late one";
+    // A capture is never a late one, so that the fifth is searched in full.
+    EXPECT_TRUE((reduces_early<N, cor>(king_takes, "d1e1", depth, 4, nothing)));
+    EXPECT_FALSE((reduces_early<N, cor>(king_takes, "d1e1", depth, 5, nothing)));
     EXPECT_FALSE((reduces_early<N, cor>(locked, "d1e1", depth - 1, 1, nothing)));
     EXPECT_FALSE((reduces_early<N, cor>(locked, "d1e1", depth - 2, 1, nothing)));
   });

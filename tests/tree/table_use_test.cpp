@@ -2,7 +2,10 @@
 // entry and closed on every way out.
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "memory/ply_tables.h"
+#include "tree/indifference.h"
 #include "tree/tree_lab.h"
 
 namespace korvu {
@@ -235,6 +238,28 @@ TEST(Record, IsClosedOnEveryWayOut) {
     enter<N, cor>("d1e1");
     EXPECT_EQ(corte_MAXcut, 1);
     EXPECT_EQ((records<N, cor>()), 1);
+  });
+}
+
+// Leaves need their exact values below nodes of plies 4 and 5 whose records are still open. The
+// clock is read at ply 7.
+TEST(Record, IsKnownToTheLeavesWhileItIsOpen) {
+  each_node<3, 5>([]<int N, Cor cor>() {
+    SCOPED_TRACE(at<cor>(N));
+    for (const int tables : {1, 0}) {
+      prepare_node<N, cor>(9);
+      HASHf = static_cast<std::uint8_t>(tables);
+      TC = 1;
+      std::vector<int> open;
+      clock_says([&] {
+        open.push_back(registros_a_fazer);
+        return 0;
+      });
+      enter<N, cor>("d1e1");
+      ASSERT_FALSE(open.empty());
+      EXPECT_EQ(open.front(), tables == 0 ? 0 : N == 5 ? 1 : 2);
+      EXPECT_EQ(registros_a_fazer, 0) << "closed";
+    }
   });
 }
 
