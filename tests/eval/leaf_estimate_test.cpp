@@ -189,10 +189,14 @@ TEST(LeafEstimate, DoesNotKnowBoardsWithoutTwoKingsOrWithPawnsAtTheEdge) {
   }
 }
 
-// A sum near 0 or below has no logarithm to trust: the bounds come from the scan.
+// A sum that is next to nothing because place takes what the centre gives has no logarithm to
+// trust: the bounds come from the scan.
 TEST(LeafEstimate, AsksTheScanWherePlaceAndCentreCancel) {
   Figuras f;
+  EXPECT_TRUE(tem_peso_certo(f));
   f.cen = 60;
+  EXPECT_TRUE(tem_peso_certo(f));
+  f.pos = -10;
   EXPECT_TRUE(tem_peso_certo(f));
   f.pos = -11;
   EXPECT_FALSE(tem_peso_certo(f));
@@ -201,6 +205,25 @@ TEST(LeafEstimate, AsksTheScanWherePlaceAndCentreCancel) {
   EXPECT_TRUE(tem_peso_certo(f));
   f.pos = -500;
   EXPECT_FALSE(tem_peso_certo(f));
+}
+
+// Bare kings, a pawn or two: sums from nothing on.
+TEST(LeafEstimate, TheCorrectionLiesWithinItsBoundsWithHardlyAMan) {
+  std::mt19937 dice(12);
+  int members = 0, narrow = 0, small = 0;
+  for (int i = 0; i < 6000 && !testing::Test::HasFailure(); ++i) {
+    bench::scatter(dice);
+    bench::strew(dice, i % 4);
+    if (i % 2 == 0) bench::kings_fight();
+    for_all_members([&]<Cor raiz, Cor ataca>() {
+      ++members;
+      narrow += expect_bounds<raiz, ataca>();
+      const Estimativa<raiz, ataca> e(tab2);
+      small += e.certa() && e.template de<raiz>().pos + e.template de<raiz>().cen < 50;
+    });
+  }
+  EXPECT_GT(narrow, members / 4);  // many are draws by lack of material
+  EXPECT_GT(small, members / 4);
 }
 
 TEST(LeafEstimate, RaisesTheDepthReachedAsTheCorrectionDoes) {
