@@ -46,16 +46,21 @@ Bits saltos_de_todos(const Conjuntos& saltos, Bits homens) {
   return b;
 }
 
+// What kings and pawns attack.
+template <Cor cor>
+Bits de_perto(const Homens& h) {
+  const Bits diante = um_adiante<cor>(h.de<cor>(Peca::peao));
+  return saltos_de_todos(vizinhas_de, h.de<cor>(Peca::rei)) | diante << 8 | diante >> 8;
+}
+
 }  // namespace
 
 template <Cor cor>
 Bits atacadas_por(const Homens& h) {
   const Bits damas = h.de<cor>(Peca::dama), vazias = ~h.ocupadas;
-  const Bits diante = um_adiante<cor>(h.de<cor>(Peca::peao));
   return alcances_em_linha<0, 3>(h.de<cor>(Peca::torre) | damas, vazias) |
          alcances_em_linha<4, 7>(h.de<cor>(Peca::bispo) | damas, vazias) |
-         saltos_de_todos(saltos_de, h.de<cor>(Peca::cavalo)) |
-         saltos_de_todos(vizinhas_de, h.de<cor>(Peca::rei)) | diante << 8 | diante >> 8;
+         saltos_de_todos(saltos_de, h.de<cor>(Peca::cavalo)) | de_perto<cor>(h);
 }
 
 #ifdef KORVU_WIDE_REGISTERS
@@ -78,12 +83,6 @@ KORVU_WIDE __m128i dos_oficiais(const Homens& h) {
   const __m256i metade =
       _mm256_or_si256(_mm512_castsi512_si256(todas), _mm512_extracti64x4_epi64(todas, 1));
   return _mm_or_si128(_mm256_castsi256_si128(metade), _mm256_extracti128_si256(metade, 1));
-}
-
-template <Cor cor>
-Bits de_perto(const Homens& h) {
-  const Bits diante = um_adiante<cor>(h.de<cor>(Peca::peao));
-  return saltos_de_todos(vizinhas_de, h.de<cor>(Peca::rei)) | diante << 8 | diante >> 8;
 }
 
 }  // namespace

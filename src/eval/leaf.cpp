@@ -41,19 +41,11 @@ Estendido soma_exata(const Figuras& r, const Figuras& o) {
   return total;
 }
 
-// [n]: 1 / n, for numbers of men and squares.
-constexpr std::array<double, 66> inverso_de = [] {
-  std::array<double, 66> t{};
-  for (std::size_t n = 1; n < t.size(); ++n) t[n] = 1.0 / static_cast<double>(n);
-  return t;
-}();
-
 double avanco_rapido(const Figuras& f) {
-  return (f.advance + 0.1) * inverso_de[static_cast<std::size_t>(f.officers + f.pawns + 1)];
+  return (f.advance + 0.1) / (f.officers + f.pawns + 1);
 }
 double densidade_rapida(const Figuras& f) {
-  const int casas = (f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1);
-  return (f.pawns + 1) * inverso_de[static_cast<std::size_t>(casas)];
+  return static_cast<double>(f.pawns + 1) / ((f.xmax - f.xmin + 1) * (f.ymax - f.ymin + 1));
 }
 
 // The same sum without extraevalll; no number where a quotient has no logarithm. The two quotients
