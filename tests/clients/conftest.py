@@ -6,6 +6,7 @@ own error. `--engine NAME` makes the tests with one of the two alone, and `--eng
 the clients themselves, which need neither.
 """
 
+import signal
 import stat
 import sys
 
@@ -37,6 +38,11 @@ for line in sys.stdin:
     answers.get(line.split()[0], lambda: None)()
 answers["end"]()
 """
+
+
+# Who runs the tests in the background has shells ignore the interrupt, and so would every program
+# that the tests start and interrupt.
+signal.signal(signal.SIGINT, signal.default_int_handler)
 
 
 def pytest_addoption(parser):

@@ -50,6 +50,11 @@ def command_of(engine):
 HIGHEST, LOWEST = 20, 1
 
 
+# PyChess takes a second for itself on a busy machine, on anybody's clock.
+by_a_busy_clock = pytest.mark.flaky(reruns=2)
+
+
+@by_a_busy_clock
 @pytest.mark.parametrize(
     ("colour", "first"),
     [("White", []), ("White", ["h2h3", "e7e5"]), ("Black", []), ("Black", ["a2a4"])],
@@ -66,6 +71,7 @@ def test_pychess_plays_a_game(pychess, arbiter, engine, colour, first):
     assert len(game["moves"]) >= 4
 
 
+@by_a_busy_clock
 def test_pychess_analyses(pychess, arbiter, engine):
     """One position after another, each stopped for the next. Now and then, with any engine, PyChess
     loses the stop that crosses a new position and asks nothing: such a position is asked again."""
