@@ -4,9 +4,23 @@ namespace korvu {
 
 namespace {
 
-// Does one of these men, each in line with s, see it?
-bool ve_a_casa(Bits homens, int s, Bits ocupadas) {
-  return cada_casa(homens, [=](int de) { return (entre(s, de) & ocupadas) == 0; });
+// The pawns, knights and kings other than cor's that attack s.
+template <Cor cor>
+Bits ao_lado(const Homens& h, int s) {
+  constexpr Cor outro = outra(cor);
+  const auto i = static_cast<std::size_t>(s);
+  return (h.de<outro>(Peca::peao) & peao_ataca<cor>[i]) |
+         (h.de<outro>(Peca::cavalo) & saltos_de[i]) | (h.de<outro>(Peca::rei) & vizinhas_de[i]);
+}
+
+// The other men that do if nothing stands between.
+template <Cor cor>
+Bits na_mira(const Homens& h, int s) {
+  constexpr Cor outro = outra(cor);
+  const auto i = static_cast<std::size_t>(s);
+  const Bits damas = h.de<outro>(Peca::dama);
+  return ((h.de<outro>(Peca::torre) | damas) & retas_de[i]) |
+         ((h.de<outro>(Peca::bispo) | damas) & diagonais_de[i]);
 }
 
 // The squares that men reach in direction d, all at once: a man stops the walk.
@@ -97,16 +111,20 @@ KORVU_WIDE Dominio dominio_ao_largo(const Tabuleiro& t) {
 #endif
 
 template <Cor cor>
-bool atacada(const Homens& h, int s) {
-  constexpr Cor outro = outra(cor);
-  const auto i = static_cast<std::size_t>(s);
-  const Bits damas = h.de<outro>(Peca::dama);
-  const Bits perto = (h.de<outro>(Peca::peao) & peao_ataca<cor>[i]) |
-                     (h.de<outro>(Peca::cavalo) & saltos_de[i]) |
-                     (h.de<outro>(Peca::rei) & vizinhas_de[i]);
-  const Bits longe = ((h.de<outro>(Peca::torre) | damas) & retas_de[i]) |
-                     ((h.de<outro>(Peca::bispo) | damas) & diagonais_de[i]);
-  return perto != 0 || (longe != 0 && ve_a_casa(longe, s, h.ocupadas));
+bool atacada(const Homens& h, int s, Bits ocupadas) {
+  const Bits longe = na_mira<cor>(h, s);
+  return ao_lado<cor>(h, s) != 0 ||
+         cada_casa(longe, [=](int de) { return (entre(s, de) & ocupadas) == 0; });
+}
+
+template <Cor cor>
+Bits atacantes(const Homens& h, int s) {
+  Bits b = ao_lado<cor>(h, s);
+  cada_casa(na_mira<cor>(h, s), [&](int de) {
+    if ((entre(s, de) & h.ocupadas) == 0) b |= bit(de);
+    return false;
+  });
+  return b;
 }
 
 template <Cor cor>
@@ -129,8 +147,10 @@ void verifica_xeque() {
 
 template bool atacada<Cor::b>(const Tabuleiro&, int, int);
 template bool atacada<Cor::p>(const Tabuleiro&, int, int);
-template bool atacada<Cor::b>(const Homens&, int);
-template bool atacada<Cor::p>(const Homens&, int);
+template bool atacada<Cor::b>(const Homens&, int, Bits);
+template bool atacada<Cor::p>(const Homens&, int, Bits);
+template Bits atacantes<Cor::b>(const Homens&, int);
+template Bits atacantes<Cor::p>(const Homens&, int);
 template Bits atacadas_por<Cor::b>(const Homens&);
 template Bits atacadas_por<Cor::p>(const Homens&);
 template void verifica_rei<Cor::b>();

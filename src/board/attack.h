@@ -12,9 +12,17 @@ namespace korvu {
 template <Cor cor>
 bool atacada(const Tabuleiro& t, int x, int y);
 
-// The same for the men of a board and a square of it.
+// The same for the men of a board and a square of it, with the given squares in their way.
 template <Cor cor>
-bool atacada(const Homens& h, int s);
+bool atacada(const Homens& h, int s, Bits ocupadas);
+template <Cor cor>
+bool atacada(const Homens& h, int s) {
+  return atacada<cor>(h, s, h.ocupadas);
+}
+
+// Those men.
+template <Cor cor>
+Bits atacantes(const Homens& h, int s);
 
 // All squares that men of `cor` attack, whatever stands there.
 template <Cor cor>
@@ -48,14 +56,13 @@ inline Dominio dominio_ou_homens(const Tabuleiro& t) {
 // first. A board without that king gives false.
 template <Cor cor, class F>
 bool rei_atacado(const Tabuleiro& t, F f) {
-  const Dominio a = dominio_ou_homens(t);
-  const Bits reis = a.homens.de<cor>(Peca::rei);
+  const Homens h(t);
+  const Bits reis = h.de<cor>(Peca::rei);
   cada_casa(reis, [&f](int s) {
     f(coluna_de(s), fila_de(s));
     return false;
   });
-  if (ve_ao_largo) return (a.por<outra(cor)>() & reis) != 0;
-  return cada_casa(reis, [&a](int s) { return atacada<cor>(a.homens, s); });
+  return cada_casa(reis, [&h](int s) { return atacada<cor>(h, s); });
 }
 
 // verifica_rei_b, verifica_rei_p: is the king of `cor` attacked on tab2? Writes Y and the colour's
@@ -113,8 +120,10 @@ bool roque_livre() {
 
 extern template bool atacada<Cor::b>(const Tabuleiro&, int, int);
 extern template bool atacada<Cor::p>(const Tabuleiro&, int, int);
-extern template bool atacada<Cor::b>(const Homens&, int);
-extern template bool atacada<Cor::p>(const Homens&, int);
+extern template bool atacada<Cor::b>(const Homens&, int, Bits);
+extern template bool atacada<Cor::p>(const Homens&, int, Bits);
+extern template Bits atacantes<Cor::b>(const Homens&, int);
+extern template Bits atacantes<Cor::p>(const Homens&, int);
 extern template Bits atacadas_por<Cor::b>(const Homens&);
 extern template Bits atacadas_por<Cor::p>(const Homens&);
 extern template void verifica_rei<Cor::b>();

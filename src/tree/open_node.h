@@ -39,24 +39,42 @@ class NoAberto {
   }
 
   // verifica_rei on tab2 after a move of `cor` from (x1, y1) to (x2, y2) on tabd[N], with the same
-  // answer in Y and the same king square. A man that is not in line with its unattacked king
-  // cannot leave it open to attack; only a capture in passing takes another man off the board.
+  // answer in Y and the same king square. The king must not arrive on an attacked square, and what
+  // it leaves hides none. Another man must end the check there is, and open no line to its king;
+  // only a capture in passing takes more off the board than that.
   void verifica_rei_apos(int x1, int y1, int x2, int y2) const {
+    const int de = static_cast<int>(casa(x1, y1)), para = static_cast<int>(casa(x2, y2));
     const std::uint8_t q = tabd[N][casa(x1, y1)];
-    const bool de_passagem = q == Lado<cor>::peao && x1 != x2 && tabd[N][casa(x2, y2)] == vazia;
-    if (rei < 0 || em_xeque || q == Lado<cor>::rei || de_passagem) {
+    const bool move_o_rei = q == Lado<cor>::rei;
+    if (rei < 0 || (move_o_rei ? com_a_torre(de, para) : de_passagem(q, x2, y2))) {
       verifica_rei<cor>();
       return;
     }
-    rei_x<cor>() = coluna_de(rei);
-    rei_y<cor>() = fila_de(rei);
-    Y = descobre_o_rei(static_cast<int>(casa(x1, y1)));
+    const int fica = move_o_rei ? para : rei;
+    rei_x<cor>() = coluna_de(fica);
+    rei_y<cor>() = fila_de(fica);
+    Y = move_o_rei ? atacada<cor>(homens, para, homens.ocupadas & ~bit(de))
+                   : (amparo_ & bit(para)) == 0 || descobre_o_rei(de);
   }
 
  private:
   bool atacada_por_inimigo(int s) const {
     return ve_ao_largo ? (dominio.template por<outra(cor)>() & bit(s)) != 0
                        : atacada<cor>(homens, s);
+  }
+  static bool com_a_torre(int de, int para) {
+    return (vizinhas_de[static_cast<std::size_t>(de)] & bit(para)) == 0;
+  }
+  static bool de_passagem(std::uint8_t q, int x2, int y2) {
+    using L = Lado<cor>;
+    return q == L::peao && y2 == L::fila(5) &&
+           duplo<L::outro>(duplos_D[N])[static_cast<std::size_t>(x2)] != 0;
+  }
+  // Where another man than the king must arrive: on the only attacker of the king, or before it.
+  Bits casas_de_amparo() const {
+    const Bits xeques = atacantes<cor>(homens, rei);
+    const int de = primeira_de(xeques);
+    return (xeques & (xeques - 1)) == 0 ? xeques | entre(rei, de) : 0;
   }
   bool descobre_o_rei(int deixada) const {
     const int d = direcao_entre[static_cast<std::size_t>(rei)][static_cast<std::size_t>(deixada)];
@@ -70,6 +88,8 @@ class NoAberto {
     }
     return false;
   }
+
+  const Bits amparo_ = em_xeque ? casas_de_amparo() : ~Bits{0};
 };
 
 }  // namespace korvu
