@@ -99,8 +99,10 @@ template <int N, Cor cor>
 void mede_peao(int x1, int y1, int x2, int y2) {
   using L = Lado<cor>;
   const bool peao = tabd[N][casa(x1, y1)] == L::peao;
-  promocao = peao && y1 == L::fila(6) ? 80 : 0;
-  ppassado = peao && x1 != x2 && tabd[N][casa(x2, y2)] == vazia ? 10 : 0;
+  const bool na_penultima = y1 == L::fila(6), de_lado = x1 != x2;
+  const bool sem_vitima = tabd[N][casa(x2, y2)] == vazia;
+  promocao = (peao & na_penultima) * 80;
+  ppassado = (peao & de_lado & sem_vitima) * 10;
 }
 
 // The totals after the first ply start this much lower, which only their quotient notices.
