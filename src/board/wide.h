@@ -23,7 +23,7 @@
 #define KORVU_WIDE                                                      \
   __attribute__((                                                       \
       target("avx2,bmi,bmi2,popcnt,avx512f,avx512bw,avx512dq,avx512vl," \
-             "avx512vpopcntdq")))
+             "avx512vpopcntdq,avx512vbmi,avx512bitalg,gfni")))
 
 namespace korvu {
 
@@ -31,9 +31,10 @@ inline bool tem_registros_largos() {
   __builtin_cpu_init();
   return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
          __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
-         __builtin_cpu_supports("avx512vpopcntdq") && __builtin_cpu_supports("avx2") &&
-         __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") &&
-         __builtin_cpu_supports("popcnt");
+         __builtin_cpu_supports("avx512vpopcntdq") && __builtin_cpu_supports("avx512vbmi") &&
+         __builtin_cpu_supports("avx512bitalg") && __builtin_cpu_supports("gfni") &&
+         __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
+         __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
 }
 
 // The engine sees with them. Tests put it to false and see the same.

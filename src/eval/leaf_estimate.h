@@ -163,11 +163,6 @@ typename Modo::Conta Estimativa<raiz, ataca, Modo>::oficiais() {
   const Oficiais o{ambos(Peca::torre), ambos(Peca::bispo), ambos(Peca::dama), ambos(Peca::cavalo)};
   const Alcances a = Modo::alcances(o, nos_dois(~h_.ocupadas));
   const auto& [linhas, damas, cavalos] = a;
-  std::array<Par, 16> todos;
-  for (std::size_t d = 0; d < 8; ++d) {
-    todos[2 * d] = linhas[d] | damas[d];
-    todos[2 * d + 1] = cavalos[d];
-  }
   const Par pesadas = o.torres | o.damas;
   // Squares that one queen reaches are reached once; with more queens directions count apart.
   const auto tem_varias = [](Bits b) { return (b & (b - 1)) != 0; };
@@ -185,7 +180,7 @@ typename Modo::Conta Estimativa<raiz, ataca, Modo>::oficiais() {
   ganhos<ataca, Peca::cavalo, 0, 8>(cavalos);
   ganhos<ataca, Peca::bispo, primeira_diagonal, 8>(linhas);
   ganhos<ataca, Peca::torre, primeira_reta, primeira_diagonal>(linhas);
-  typename Modo::Conta conta(todos);
+  typename Modo::Conta conta = Modo::conta(a);
   if (rei_ativo<Cor::b>() || rei_ativo<Cor::p>()) conta.junta(reis_ativos());
   return conta;
 }

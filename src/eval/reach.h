@@ -78,6 +78,15 @@ struct Estreito {
     return a;
   }
 
+  static Planos conta(const Alcances& a) {
+    std::array<Par, 16> todos;
+    for (std::size_t d = 0; d < 8; ++d) {
+      todos[2 * d] = a.linhas[d] | a.damas[d];
+      todos[2 * d + 1] = a.cavalos[d];
+    }
+    return Planos(todos);
+  }
+
   template <class... Pares>
   static Par quantas(Pares... conjuntos) {
     return quantas_em(conjuntos...);

@@ -3,8 +3,6 @@
 // last bit.
 #pragma once
 
-#include <cstring>
-
 #include "board/wide.h"
 #include "eval/reach.h"
 
@@ -26,36 +24,55 @@ inline constexpr std::array<Pesos, 64> rei_por_casa = [] {
   return t;
 }();
 
-// The sets that say how often each square is reached; counted when they are weighed.
+// Where vpermt2b finds, in eight pairs of sets, the bytes of one colour: file by file, those of all
+// eight.
+template <Cor cor>
+inline constexpr auto por_coluna = [] {
+  struct alignas(64) : std::array<std::uint8_t, 64> {
+  } t{};
+  for (std::size_t x = 0; x < 8; ++x)
+    for (std::size_t i = 0; i < 8; ++i)
+      t[8 * x + i] = static_cast<std::uint8_t>(8 * (2 * i + static_cast<std::size_t>(cor)) + x);
+  return t;
+}();
+
+// How often each square is reached: a byte a square, for each colour.
 class Contagem {
  public:
-  explicit Contagem(const std::array<Par, 16>& conjuntos) {
-    static_assert(sizeof conjuntos == sempre * sizeof(Palavras));
-    std::memcpy(conjuntos_.data(), conjuntos.data(), sizeof conjuntos);
+  KORVU_WIDE explicit Contagem(const Alcances& a)
+      : b_(de_todos<Cor::b>(a)), p_(de_todos<Cor::p>(a)) {}
+  KORVU_WIDE void junta(Par a) {
+    b_ = mais_um(b_, a.de<Cor::b>());
+    p_ = mais_um(p_, a.de<Cor::p>());
   }
-  void junta(Par a) { conjuntos_[n_++] = {a.de<Cor::b>(), a.de<Cor::p>()}; }
-
-  // A byte a square.
   template <Cor cor>
   KORVU_WIDE __m512i contas() const {
-    __m512i c = _mm512_setzero_si512();
-#pragma GCC unroll 16
-    for (std::size_t i = 0; i < sempre; ++i) c = mais_um<cor>(c, i);
-    for (std::size_t i = sempre; i < n_; ++i) c = mais_um<cor>(c, i);
-    return c;
+    return cor == Cor::b ? b_ : p_;
   }
 
  private:
+  KORVU_WIDE static __m512i mais_um(__m512i contas, Bits casas) {
+    return _mm512_mask_add_epi8(contas, casas, contas, _mm512_set1_epi8(1));
+  }
+  // Eight sets at once: the bits of a file's eight bytes are turned about, so that each byte holds
+  // one square's, and counted.
   template <Cor cor>
-  KORVU_WIDE __m512i mais_um(__m512i c, std::size_t i) const {
-    const Bits casas = conjuntos_[i][static_cast<std::size_t>(cor)];
-    return _mm512_mask_add_epi8(c, casas, c, _mm512_set1_epi8(1));
+  KORVU_WIDE static __m512i de_oito(__m512i primeiros, __m512i ultimos) {
+    const __m512i colunas =
+        _mm512_permutex2var_epi8(primeiros, Largos::le(por_coluna<cor>.data()), ultimos);
+    const __m512i um_bit_cada = _mm512_set1_epi64(static_cast<long long>(0x8040201008040201));
+    return _mm512_popcnt_epi8(_mm512_gf2p8affine_epi64_epi8(um_bit_cada, colunas, 0));
+  }
+  template <Cor cor>
+  KORVU_WIDE static __m512i de_todos(const Alcances& a) {
+    const __m512i linhas =
+        de_oito<cor>(_mm512_or_si512(Largos::le(&a.linhas[0]), Largos::le(&a.damas[0])),
+                     _mm512_or_si512(Largos::le(&a.linhas[4]), Largos::le(&a.damas[4])));
+    return _mm512_add_epi8(linhas,
+                           de_oito<cor>(Largos::le(&a.cavalos[0]), Largos::le(&a.cavalos[4])));
   }
 
-  using Palavras = std::array<Bits, 2>;                      // by Cor
-  static constexpr std::size_t sempre = 16, no_maximo = 19;  // two of pawns and one of kings
-  std::array<Palavras, no_maximo> conjuntos_;
-  std::size_t n_ = sempre;
+  __m512i b_, p_;
 };
 
 class Largo {
@@ -70,6 +87,8 @@ class Largo {
     metade<primeira_diagonal>(a, o.bispos, o, vazias);
     return a;
   }
+
+  KORVU_WIDE static Contagem conta(const Alcances& a) { return Contagem(a); }
 
   template <class... Pares>
   KORVU_WIDE static Par quantas(Pares... conjuntos) {
