@@ -1,7 +1,7 @@
-// An estimate of a leaf, far cheaper than its scan: most leaves need no more, since all that matters
-// of them is on which side of a bound they fall. Counts are exact; sums of fractions are made in
-// fixed point and in any order, so that whole sets are counted at once, both colours together. How
-// far an estimate may be wrong: margem_da_estimativa.
+// An estimate of a leaf, far cheaper than its scan: most leaves need no more, since all that
+// matters of them is on which side of a bound they fall. Counts are exact; sums of fractions are
+// made in fixed point and in any order, so that whole sets are counted at once, both colours
+// together. How far an estimate may be wrong: margem_da_estimativa.
 #pragma once
 
 #include "eval/leaf_scan.h"
