@@ -20,7 +20,7 @@ bool atacada(const Homens& h, int s) {
   return atacada<cor>(h, s, h.ocupadas);
 }
 
-// Those men.
+// The men other than cor's that attack square s.
 template <Cor cor>
 Bits atacantes(const Homens& h, int s);
 

@@ -20,13 +20,19 @@ constexpr void leva_a_torre(Tabuleiro& t, int x1, int y1, int x2) {
 }
 
 // A pawn of `cor` that reaches its sixth rank on a file where the enemy has just made a double step
-// takes in passing. True when it did; the pieces then stand as after the capture.
+// takes in passing. Does the man with this code, arriving on (x2, y2)?
+template <Cor cor>
+constexpr bool de_passagem(std::uint8_t codigo, const Duplos& f, int x2, int y2) {
+  using L = Lado<cor>;
+  return codigo == L::peao && y2 == L::fila(5) &&
+         duplo<L::outro>(f)[static_cast<std::size_t>(x2)] != 0;
+}
+
+// Makes such a capture. True when it did; the pieces then stand as after it.
 template <Cor cor>
 constexpr bool toma_de_passagem(Tabuleiro& t, const Duplos& f, int x1, int y1, int x2, int y2) {
   using L = Lado<cor>;
-  if (t[casa(x1, y1)] != L::peao || y2 != L::fila(5) ||
-      !duplo<L::outro>(f)[static_cast<std::size_t>(x2)])
-    return false;
+  if (!de_passagem<cor>(t[casa(x1, y1)], f, x2, y2)) return false;
   t[casa(x1, y1)] = vazia;
   t[casa(x2, L::fila(4))] = vazia;
   t[casa(x2, y2)] = L::peao;

@@ -4,6 +4,7 @@
 
 #include "board/attack.h"
 #include "board/bits.h"
+#include "board/move.h"
 #include "board/state.h"
 #include "eval/leaf_cache.h"
 #include "tree/bounds.h"
@@ -46,7 +47,8 @@ class NoAberto {
     const int de = static_cast<int>(casa(x1, y1)), para = static_cast<int>(casa(x2, y2));
     const std::uint8_t q = tabd[N][casa(x1, y1)];
     const bool move_o_rei = q == Lado<cor>::rei;
-    if (rei < 0 || (move_o_rei ? com_a_torre(de, para) : de_passagem(q, x2, y2))) {
+    if (rei < 0 ||
+        (move_o_rei ? com_a_torre(de, para) : de_passagem<cor>(q, duplos_D[N], x2, y2))) {
       verifica_rei<cor>();
       return;
     }
@@ -64,11 +66,6 @@ class NoAberto {
   }
   static bool com_a_torre(int de, int para) {
     return (vizinhas_de[static_cast<std::size_t>(de)] & bit(para)) == 0;
-  }
-  static bool de_passagem(std::uint8_t q, int x2, int y2) {
-    using L = Lado<cor>;
-    return q == L::peao && y2 == L::fila(5) &&
-           duplo<L::outro>(duplos_D[N])[static_cast<std::size_t>(x2)] != 0;
   }
   // Where another man than the king must arrive: on the only attacker of the king, or before it.
   Bits casas_de_amparo() const {
