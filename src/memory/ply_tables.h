@@ -24,7 +24,8 @@ struct ChaveDeBusca {
   friend bool operator==(const ChaveDeBusca&, const ChaveDeBusca&) = default;
 };
 
-// One table. Parallel arrays, so that a scan touches the boards rarely.
+// One table. Parallel arrays, so that a scan reads a byte of most records, the key of few and the
+// board of hardly any but the right one.
 class TabelaDeLance {
  public:
   // Value of the lowest record with this key and the board of tab2, or nullptr.
@@ -40,6 +41,7 @@ class TabelaDeLance {
  private:
   int inc = 0;     // index of the record being written
   int usados = 0;  // records written since the last reset; those above match nothing
+  std::array<std::uint8_t, registros_por_tabela> digitais{};
   std::array<ChaveDeBusca, registros_por_tabela> chaves{};
   std::array<float, registros_por_tabela> valores{};
   std::array<Tabuleiro, registros_por_tabela> tabuleiros{};

@@ -192,6 +192,18 @@ TEST_F(PlyTables, BoundsOfPlyFive) {
 
 // --- Which record ---
 
+// A value may be a negative zero.
+TEST_F(PlyTables, BothZerosAreOneBound) {
+  alfa[2] = alfa[4] = -0.0F;
+  beta[1] = beta[3] = 0;
+  remember<3, Cor::b>(1);
+  remember<5, Cor::b>(2);
+  alfa[2] = alfa[4] = 0;
+  beta[1] = beta[3] = -0.0F;
+  EXPECT_EQ((recall<3, Cor::b>()), 1);
+  EXPECT_EQ((recall<5, Cor::b>()), 2);
+}
+
 TEST_F(PlyTables, TheLowestIndexWins) {
   remember<3, Cor::b>(1);
   remember<3, Cor::b>(2);
