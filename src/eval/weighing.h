@@ -42,7 +42,7 @@ class Planos {
       return vai;
     }
   }
-  std::array<Par, n> digitos_;
+  std::array<Par, n> digitos_{};
 };
 
 // Weights of the squares in fixed point, below 2^15; by rank and then file, unlike a board.
@@ -142,8 +142,10 @@ std::array<Pesagem, 2> por_filas(const Planos& planos, Par proprios, Par inimigo
     ate_aqui = _mm_add_epi8(ate_aqui, meus);
     filas = _mm_add_epi8(filas, ate_aqui);
   };
-  const auto em_cada_fila =
-      []<int... fila>(auto&& f, std::integer_sequence<int, fila...> /*todas*/) {
+  // Never a call of its own: that would be made for any processor, and one with AVX waits long
+  // where such code meets its own.
+  const auto em_cada_fila = []<int... fila>(auto&& f, std::integer_sequence<int, fila...> /*todas*/)
+      __attribute__((always_inline)) {
     (f.template operator()<fila>(), ...);
   };
   em_cada_fila(pondera_na_fila, std::make_integer_sequence<int, 8>());
