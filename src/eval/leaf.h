@@ -1,7 +1,10 @@
 // The value of a leaf: material, and the correction that a scan of the board gives.
 #pragma once
 
-#include "board/types.h"
+#include <algorithm>
+
+#include "board/state.h"
+#include "eval/knobs.h"
 
 namespace korvu {
 
@@ -27,6 +30,15 @@ struct Faixa {
 // correction: the bounds are then infinite.
 template <Cor raiz, Cor ataca>
 Faixa faixa_do_extra();
+
+// The budget, for a board that the two have not looked at but which has material enough: more than
+// two men on one side. Writes ddep as they do.
+template <Cor raiz, Cor ataca>
+Faixa faixa_inteira() {
+  if (raiz == ataca) ddep = std::max(ddep, deep);
+  const auto limite = static_cast<float>(piecesac);
+  return {-limite, limite};
+}
 
 extern template void extra_eval<Cor::b, Cor::b>();
 extern template void extra_eval<Cor::b, Cor::p>();

@@ -59,6 +59,26 @@ bool perto_da_janela(float v) {
     return todos<N - 2>([=](float limite) { return v < limite + margem; });
 }
 
+// Gives a leaf of ply N a value that tells on which side of a bound it falls, if a correction
+// within f cannot take it to the other.
+template <int N>
+bool decide_a_folha(float& v, const Faixa& f) {
+  const float no_minimo = v + f.de, no_maximo = v + f.ate;
+  if (passa<N>(no_minimo))
+    v = no_minimo;
+  else if (nao_chega<N>(no_maximo))
+    v = no_maximo;
+  else
+    return false;
+  return true;
+}
+
+// Are there more men at ply N than two on each side? A line takes one a ply at the most.
+template <int N>
+bool sobram_homens() {
+  return npecasb + npecasp > N + 4;
+}
+
 // Gives the node of ply N its value as the end of a line. Where only the side of a bound matters on
 // which it falls, that is what the value tells, and not where exactly.
 template <int N, Cor cor>
@@ -69,13 +89,8 @@ void avalia_folha(int x2, int y2) {
   if constexpr (cronograma[N].extra) {
     if (!EXTRA_EVAL || !perto_da_janela<N>(v)) return;
     if (!folhas_exatas && longe_do_mate(v)) {
-      const Faixa f = faixa_do_extra<raiz, outra(cor)>();
-      const float no_minimo = v + f.de, no_maximo = v + f.ate;
-      const bool abaixo = nao_chega<N>(no_maximo);
-      if (abaixo || passa<N>(no_minimo)) {
-        v = abaixo ? no_maximo : no_minimo;
-        return;
-      }
+      if (sobram_homens<N>() && decide_a_folha<N>(v, faixa_inteira<raiz, outra(cor)>())) return;
+      if (decide_a_folha<N>(v, faixa_do_extra<raiz, outra(cor)>())) return;
     }
     extra_eval<raiz, outra(cor)>();
     v += extraeval;

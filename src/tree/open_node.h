@@ -56,7 +56,7 @@ class NoAberto {
     rei_x<cor>() = coluna_de(fica);
     rei_y<cor>() = fila_de(fica);
     Y = move_o_rei ? atacada<cor>(homens, para, homens.ocupadas & ~bit(de))
-                   : (amparo_ & bit(para)) == 0 || descobre_o_rei(de);
+                   : (amparo_ & bit(para)) == 0 || descobre_o_rei(de, para);
   }
 
  private:
@@ -73,17 +73,19 @@ class NoAberto {
     const int de = primeira_de(xeques);
     return (xeques & (xeques - 1)) == 0 ? xeques | entre(rei, de) : 0;
   }
-  bool descobre_o_rei(int deixada) const {
+  // Does a line attacker see the king when a man has left this square for that one? It may have
+  // moved within the line, or have taken the attacker.
+  bool descobre_o_rei(int deixada, int chegada) const {
     const int d = direcao_entre[static_cast<std::size_t>(rei)][static_cast<std::size_t>(deixada)];
     if (d < 0) return false;
-    const Raio& r = raio(d, rei);
-    for (std::size_t k = 0; k < r.n; ++k) {
-      const std::uint8_t q = tab2[r.lista[k]];
-      if (q == vazia) continue;
-      using Inimigo = Lado<outra(cor)>;
-      return q == Inimigo::dama || q == (d < primeira_diagonal ? Inimigo::torre : Inimigo::bispo);
-    }
-    return false;
+    constexpr Cor outro = outra(cor);
+    const Bits de_linha =
+        homens.template de<outro>(Peca::dama) |
+        homens.template de<outro>(d < primeira_diagonal ? Peca::torre : Peca::bispo);
+    const Bits na_linha = raio(d, rei).casas & de_linha & ~bit(chegada);
+    if (na_linha == 0) return false;
+    const Bits ocupadas = (homens.ocupadas & ~bit(deixada)) | bit(chegada);
+    return cada_casa(na_linha, [&](int de) { return (entre(rei, de) & ocupadas) == 0; });
   }
 
   const Bits amparo_ = em_xeque ? casas_de_amparo() : ~Bits{0};

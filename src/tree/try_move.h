@@ -89,23 +89,24 @@ bool julga(float limite, int x1, int y1, int x2, int y2) {
   return true;
 }
 
-// Descends into a legal move of `cor`; true on a cut.
-template <int N, Cor cor, Laco L>
-bool desce(float limite, int x1, int y1, int x2, int y2) {
+// Tries a move of `cor`: false when it is illegal, otherwise its child has run. One for all loops
+// of a ply: the tree is large for the processor's caches.
+template <int N, Cor cor>
+[[gnu::noinline]] bool desce(const NoAberto<N, cor>& no, int x1, int y1, int x2, int y2) {
+  init_tabuleiro2_deep<N, cor>(x1, y1, x2, y2);
+  no.verifica_rei_apos(x1, y1, x2, y2);
+  if (Y) return false;
+  if (deep == N) prepara_resumo(no.impressao_apos(x1, y1, x2, y2));
   ++nodes;
   filho<N, cor>(x1, y1, x2, y2);
-  return julga<N, L>(limite, x1, y1, x2, y2);
+  return true;
 }
 
 // Tries a move of `cor`; true on a cut.
 template <Laco L, int N, Cor cor>
 bool tenta(const NoAberto<N, cor>& no, int x1, int y1, int x2, int y2) {
-  if (!cabe_no_laco<N, L>(x1, y1, x2, y2)) return false;
-  init_tabuleiro2_deep<N, cor>(x1, y1, x2, y2);
-  if (deep == N) prepara_resumo(no.impressao_apos(x1, y1, x2, y2));
-  no.verifica_rei_apos(x1, y1, x2, y2);
-  if (Y) return false;
-  return desce<N, cor, L>(no.limite, x1, y1, x2, y2);
+  return cabe_no_laco<N, L>(x1, y1, x2, y2) && desce<N, cor>(no, x1, y1, x2, y2) &&
+         julga<N, L>(no.limite, x1, y1, x2, y2);
 }
 
 }  // namespace korvu

@@ -234,6 +234,19 @@ TEST(LeafEstimate, RaisesTheDepthReachedAsTheCorrectionDoes) {
   EXPECT_EQ(ddep, 7);
   faixa_do_extra<Cor::b, Cor::b>();
   EXPECT_EQ(ddep, 9);
+  ddep = 7;
+  faixa_inteira<Cor::p, Cor::b>();
+  EXPECT_EQ(ddep, 7);
+  faixa_inteira<Cor::p, Cor::p>();
+  EXPECT_EQ(ddep, 9);
+}
+
+TEST(LeafEstimate, TheWidestBoundsAreTheBudget) {
+  piecesac = 35;
+  const Faixa f = faixa_inteira<Cor::b, Cor::b>();
+  EXPECT_EQ(f.de, -35);
+  EXPECT_EQ(f.ate, 35);
+  piecesac = 50;
 }
 
 }  // namespace

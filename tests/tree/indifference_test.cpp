@@ -157,6 +157,32 @@ TEST(Indifference, ALeafNextToTheBoundIsScanned) {
   }
 }
 
+// Its material alone tells that the correction cannot matter. The rule of thumb is that each ply
+// takes a man at most, and that five men are left that nobody lacks material with.
+TEST(Indifference, ALeafFurtherFromABoundThanTheBudgetIsNotLookedAt) {
+  struct Case {
+    int men;
+    bool looked_at;
+  };
+  const float right = exact<8>();
+  for (const Case& c : {Case{12, true}, Case{13, false}, Case{30, false}}) {
+    leaf<8>();
+    npecasb = c.men - 6;
+    npecasp = 6;
+    beta[5] = -50;
+    EMPAT = 1;
+    enter<8, Cor::b>("b1c3");
+    EXPECT_EQ(EMPAT == 0, c.looked_at) << c.men;
+    EXPECT_GE(alfa[8], beta[5]);
+    EXPECT_NEAR(alfa[8], c.looked_at ? right : -50, 0.3) << c.men;
+  }
+  leaf<8>();
+  npecasb = npecasp = 15;
+  beta[5] = -49.9F;
+  enter<8, Cor::b>("b1c3");
+  EXPECT_NEAR(alfa[8], right, 0.3) << "the budget reaches beyond the bound";
+}
+
 // Totals that an earlier game has left may make the material's quotient infinite, above every
 // bound.
 TEST(Indifference, ADrawStaysADrawWhateverItsMaterialIsWorth) {
@@ -167,6 +193,7 @@ TEST(Indifference, ADrawStaysADrawWhateverItsMaterialIsWorth) {
     deep = 7;
     DEEP = 25;
     emp = -23;
+    npecasb = npecasp = 1;
     beta[5] = -100;
     enter<8, Cor::b>("b1c3");
     EXPECT_EQ(alfa[8], -23) << other;
