@@ -1,4 +1,4 @@
-// A board's imprint.
+// A board made into one number, for whoever keeps records of boards: leaves and ply tables.
 #pragma once
 
 #include <cstring>
@@ -7,8 +7,8 @@
 
 namespace korvu {
 
-// A number made of a board, by which records of boards are found. It is a sum over the squares, so
-// that a move changes it by the squares it touches. Boards that differ may share it.
+// The number is a sum over the squares, so that a move changes it by the squares it touches. Boards
+// that differ may share it.
 inline constexpr std::array<std::uint64_t, 8> fatores_da_impressao = {
     0x9e3779b97f4a7c15, 0xc2b2ae3d27d4eb4f, 0x165667b19e3779f9, 0xd6e8feb86659fd93,
     0xa0761d6478bd642f, 0xe7037ed1a0b428db, 0x8ebc6af09c88c6e3, 0x589965cc75374cc3};

@@ -31,8 +31,8 @@ struct Faixa {
 template <Cor raiz, Cor ataca>
 Faixa faixa_do_extra();
 
-// The budget, for a board that the two have not looked at but which has material enough: more than
-// two men on one side. Writes ddep as they do.
+// The correction's whole budget, without a look at the board: its bounds wherever nobody lacks
+// material, as with more than two men on one side. Writes ddep as the others do.
 template <Cor raiz, Cor ataca>
 Faixa faixa_inteira() {
   if (raiz == ataca) ddep = std::max(ddep, deep);

@@ -8,7 +8,7 @@ namespace korvu {
 // The word of Cor::b and that of Cor::p. As a number a word is unsigned and wraps.
 class Par {
  public:
-  Par() = default;
+  Par() = default;  // without a value
 #ifdef __SSE2__
   Par(Bits b, Bits p) : v_(_mm_set_epi64x(static_cast<long long>(p), static_cast<long long>(b))) {}
   explicit Par(__m128i v) : v_(v) {}

@@ -157,8 +157,8 @@ TEST(Indifference, ALeafNextToTheBoundIsScanned) {
   }
 }
 
-// Its material alone tells that the correction cannot matter. The rule of thumb is that each ply
-// takes a man at most, and that five men are left that nobody lacks material with.
+// Its material alone tells that the correction cannot matter. Each ply takes a man at most, and
+// with five men left nobody lacks material.
 TEST(Indifference, ALeafFurtherFromABoundThanTheBudgetIsNotLookedAt) {
   struct Case {
     int men;
